@@ -1,0 +1,55 @@
+// Measures an operation beside its limit, in turn, so that a drift of the machine's speed meets both.
+#ifndef BENCH_PAIRED_H
+#define BENCH_PAIRED_H
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cstddef>
+#include <vector>
+
+namespace bench {
+
+constexpr std::size_t kMB = std::size_t{1} << 20;
+
+inline double median(std::vector<double>& values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+template <class Operation>
+double seconds(Operation& operation) {
+    const auto start = std::chrono::steady_clock::now();
+    operation();
+    benchmark::ClobberMemory();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+/// Reports for `bytes` bytes per call the throughputs of `operation` and of `limit` in GB/s (10^9 bytes)
+/// and, as `ratio`, the median of the pairs' time ratios operation / limit.
+template <class Operation, class Limit>
+void paired(benchmark::State& state, std::size_t bytes, Operation operation, Limit limit) {
+    std::vector<double> operation_times;
+    std::vector<double> limit_times;
+    std::vector<double> ratios;
+    bool operation_first = false;
+    for (auto _ : state) {
+        const double before = operation_first ? seconds(operation) : 0;
+        const double limit_time = seconds(limit);
+        const double operation_time = operation_first ? before : seconds(operation);
+        operation_first = !operation_first;
+        operation_times.push_back(operation_time);
+        limit_times.push_back(limit_time);
+        ratios.push_back(operation_time / limit_time);
+        state.SetIterationTime(operation_time + limit_time);
+    }
+    const double giga = static_cast<double>(bytes) * 1e-9;
+    state.counters["GB/s"] = giga / median(operation_times);
+    state.counters["limit_GB/s"] = giga / median(limit_times);
+    state.counters["ratio"] = median(ratios);
+}
+
+}  // namespace bench
+
+#endif

@@ -1,0 +1,49 @@
+# What all targets of this project share.
+
+# Language level, hidden symbols and warnings, for this project's own sources alone.
+function(pelto_target_defaults target)
+    target_compile_features(${target} PRIVATE cxx_std_20)
+    set_target_properties(${target} PROPERTIES
+        CXX_EXTENSIONS OFF
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        POSITION_INDEPENDENT_CODE ON)
+    if(MSVC)
+        target_compile_options(${target} PRIVATE /W4)
+        target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
+    else()
+        target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion)
+        target_compile_definitions(${target} PRIVATE _FILE_OFFSET_BITS=64)
+    endif()
+endfunction()
+
+# An installed library with its public headers, which work as <header.h> and <PeltoKernelTools/header.h>,
+# in the build tree and once installed. `macro` is defined while the library itself is compiled.
+function(pelto_library target macro)
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "INCLUDE" "SOURCES;HEADERS")
+    add_library(${target} ${arg_SOURCES})
+    add_library(PeltoKernelTools::${target} ALIAS ${target})
+    pelto_target_defaults(${target})
+    target_compile_features(${target} INTERFACE cxx_std_17)
+    target_compile_definitions(${target} PRIVATE ${macro})
+    if(NOT BUILD_SHARED_LIBS)
+        target_compile_definitions(${target} PUBLIC PELTO_STATIC)
+    endif()
+    set_target_properties(${target} PROPERTIES
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR})
+
+    set(prefixed "${PROJECT_BINARY_DIR}/include/PeltoKernelTools")
+    file(MAKE_DIRECTORY "${prefixed}")
+    foreach(header IN LISTS arg_HEADERS)
+        file(CREATE_LINK "${arg_INCLUDE}/${header}" "${prefixed}/${header}" COPY_ON_ERROR SYMBOLIC)
+        install(FILES "${arg_INCLUDE}/${header}" DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/PeltoKernelTools)
+    endforeach()
+    target_include_directories(${target} PUBLIC
+        "$<BUILD_INTERFACE:${arg_INCLUDE}>"
+        "$<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>"
+        "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/PeltoKernelTools>"
+        "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
+
+    install(TARGETS ${target} EXPORT PeltoKernelToolsTargets)
+endfunction()

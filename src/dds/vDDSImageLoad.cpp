@@ -1,0 +1,304 @@
+// Reading DDS files: format, level sizes, faces and levels.
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "dds/DDSFile.h"
+#include "dds/file_length.h"
+#include "pixels/channel_reorder.h"
+#include "vDDSImage.h"
+#include "vLogger.h"
+
+namespace {
+
+using namespace TOZ::SUPPORTED_FORMAT;
+using pelto::dds::FileBytes;
+using pelto::dds::four_cc;
+using pelto::dds::kCubeFaces;
+using pelto::pixels::ChannelReorder;
+
+constexpr std::uint32_t kFourCCDX10 = four_cc("DX10");
+
+struct PixelLayout {
+    Type format;
+    int components;
+    int bits_per_component;  // 8 for compressed formats, which do not use it
+    bool compressed;
+};
+
+struct CodedLayout {
+    std::uint32_t code;
+    PixelLayout layout;
+};
+
+// By DXGI format. RGBA32F (DXGI 2) is accepted by its FourCC alone.
+constexpr CodedLayout kDXGILayouts[] = {
+    {6, {RGB32F, 3, 32, false}},    // R32G32B32_FLOAT
+    {10, {RGBA16F, 4, 16, false}},  // R16G16B16A16_FLOAT
+    {41, {R32F, 1, 32, false}},     // R32_FLOAT
+    {71, {DXT1, 3, 8, true}},       // BC1_UNORM
+    {74, {DXT3, 4, 8, true}},       // BC2_UNORM
+    {77, {DXT5, 4, 8, true}},       // BC3_UNORM
+    {80, {BC4U, 1, 8, true}},       // BC4_UNORM
+    {81, {BC4S, 1, 8, true}},       // BC4_SNORM
+    {83, {BC5U, 2, 8, true}},       // BC5_UNORM
+    {84, {BC5S, 2, 8, true}},       // BC5_SNORM
+    {87, {BGRA8, 3, 8, false}},     // B8G8R8A8_UNORM, read at three bytes per pixel
+    {95, {BC6H_UF16, 3, 8, true}},  // BC6H_UF16
+    {96, {BC6H_SF16, 3, 8, true}},  // BC6H_SF16
+};
+
+// By FourCC; the numbers are Direct3D 9 format codes. "BC5S" reads as unsigned, unlike DXGI format 84.
+constexpr CodedLayout kFourCCLayouts[] = {
+    {four_cc("DXT1"), {DXT1, 3, 8, true}}, {four_cc("DXT3"), {DXT3, 4, 8, true}},
+    {four_cc("DXT5"), {DXT5, 4, 8, true}}, {four_cc("ATI1"), {BC4U, 1, 8, true}},
+    {four_cc("BC4U"), {BC4U, 1, 8, true}}, {four_cc("BC4S"), {BC4S, 1, 8, true}},
+    {four_cc("ATI2"), {BC5U, 2, 8, true}}, {four_cc("BC5U"), {BC5U, 2, 8, true}},
+    {four_cc("BC5S"), {BC5U, 2, 8, true}}, {113, {RGBA16F, 4, 16, false}},
+    {114, {R32F, 1, 32, false}},           {116, {RGBA32F, 4, 32, false}},
+};
+
+template <std::size_t N>
+std::optional<PixelLayout> find_layout(const CodedLayout (&layouts)[N], std::uint32_t code) {
+    const auto* const found =
+        std::find_if(layouts, layouts + N, [&](const CodedLayout& entry) { return entry.code == code; });
+    if (found == layouts + N) return std::nullopt;
+    return found->layout;
+}
+
+std::optional<PixelLayout> uncompressed_layout(std::uint32_t flags, std::uint32_t bit_count) {
+    const bool rgb = flags == pelto::dds::kPixelFormatRGB;
+    const bool rgba = flags == pelto::dds::kPixelFormatRGBA;
+    if (bit_count == 32 && (rgb || rgba)) return PixelLayout{RGBA8, 4, 8, false};
+    if (bit_count == 24 && rgb) return PixelLayout{RGB8, 3, 8, false};
+    if (bit_count == 8) return PixelLayout{LUMINANCE8, 1, 8, false};
+    return std::nullopt;
+}
+
+std::optional<PixelLayout> decide_layout(const TOZ::DDS_PIXELFORMAT& pixel_format,
+                                         std::uint32_t dxgi_format) {
+    std::optional<PixelLayout> layout;
+    if ((pixel_format.dwFlags & pelto::dds::kPixelFormatFourCC) == 0) {
+        layout = uncompressed_layout(pixel_format.dwFlags, pixel_format.dwRGBBitCount);
+        if (!layout) TOZ::LogDefault(TOZ::vLogger::eWarning, "DDS Format not supported.");
+    } else if (pixel_format.dwFourCC == kFourCCDX10) {
+        layout = find_layout(kDXGILayouts, dxgi_format);
+        if (!layout) {
+            TOZ::LogDefault(TOZ::vLogger::eWarning, "The DXGI type %d for the DDS file : is not supported.",
+                            static_cast<int>(dxgi_format));
+        }
+    } else {
+        layout = find_layout(kFourCCLayouts, pixel_format.dwFourCC);
+    }
+    return layout;
+}
+
+// Channels are reordered when all three colours have a mask, by the masks, the compression and the component
+// count alone: a float format with masks is rewritten too.
+std::optional<ChannelReorder> channel_reorder(const TOZ::DDS_PIXELFORMAT& pixel_format,
+                                              const PixelLayout& layout) {
+    const bool has_masks =
+        pixel_format.dwRBitMask != 0 && pixel_format.dwGBitMask != 0 && pixel_format.dwBBitMask != 0;
+    if (!has_masks || layout.compressed || layout.components == 1) return std::nullopt;
+    const ChannelReorder reorder(
+        {pixel_format.dwRBitMask, pixel_format.dwGBitMask, pixel_format.dwBBitMask, pixel_format.dwABitMask},
+        layout.components);
+    if (reorder.keeps_pixels()) return std::nullopt;
+    return reorder;
+}
+
+std::size_t block_size(Type format) { return format == DXT1 || format == BC4U || format == BC4S ? 8 : 16; }
+
+// Reads the bytes of one level after the other, with its channels reordered and flipped as the image asks.
+class LevelReader {
+public:
+    LevelReader(FileBytes& file, const PixelLayout& layout, std::optional<ChannelReorder> reorder, bool flip)
+        : file_(file), layout_(layout), reorder_(reorder), flip_(flip) {}
+
+    void read(vDDSSurface& level) {
+        if (reorder_ && slices_hold_pixels(level)) {
+            read_reordered(level);
+        } else {
+            file_.read(level, level.get_size());
+        }
+        if (flip_ && (!layout_.compressed || slices_hold_blocks(level))) {
+            vDDSImage::flip(level, level.get_width(), level.get_height(), level.get_depth(), level.get_size(),
+                            layout_.format, layout_.compressed);
+        }
+    }
+
+private:
+    // Copies and cuts the channels out by the masks in one pass. A slice of a float format is larger than
+    // the pixels taken this way; its rest is copied as it is.
+    void read_reordered(vDDSSurface& level) {
+        const std::size_t pixels = area(level.get_width(), level.get_height());
+        const std::size_t reordered = pixels * static_cast<std::size_t>(layout_.components);
+        const std::size_t rest = slice_size(level) - reordered;
+        auto* to = reinterpret_cast<unsigned char*>(static_cast<char*>(level));
+        for (int slice = 0; slice < level.get_depth(); ++slice, to += reordered + rest) {
+            const auto* from = reinterpret_cast<const unsigned char*>(file_.take(reordered));
+            if (from == nullptr) {
+                file_.read(to, reordered);
+                from = to;
+            }
+            reorder_->apply(from, to, pixels);
+            file_.read(to + reordered, rest);
+        }
+    }
+
+    // The size of a level with absurd extents can have wrapped around to less than its pixels or blocks
+    // take; such a level is read but not walked by its extents.
+    bool slices_hold_pixels(const vDDSSurface& level) const {
+        const int width = level.get_width();
+        const int height = level.get_height();
+        return width > 0 && height > 0 &&
+               area(width, height) <= slice_size(level) / static_cast<std::size_t>(layout_.components);
+    }
+
+    bool slices_hold_blocks(const vDDSSurface& level) const {
+        const int width = level.get_width();
+        const int height = level.get_height();
+        return width > 0 && height > 0 &&
+               area((width - 1) / 4 + 1, (height - 1) / 4 + 1) <=
+                   slice_size(level) / block_size(layout_.format);
+    }
+
+    static std::uint64_t area(int width, int height) {
+        return static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(height);
+    }
+
+    static std::size_t slice_size(const vDDSSurface& level) {
+        return level.get_size() / static_cast<std::size_t>(level.get_depth());
+    }
+
+    FileBytes& file_;
+    const PixelLayout layout_;
+    const std::optional<ChannelReorder> reorder_;
+    const bool flip_;
+};
+
+}  // namespace
+
+bool vDDSImage::load(std::string fileName, bool flipImage, bool headerOnly) {
+    struct CloseFile {
+        void operator()(std::FILE* open) const { std::fclose(open); }
+    };
+    std::unique_ptr<std::FILE, CloseFile> file(std::fopen(fileName.c_str(), "rb"));
+    if (!file) return false;
+    const std::optional<std::size_t> length = pelto::file_length(file.get());
+    if (!length) return false;
+
+    const std::size_t wanted = headerOnly ? std::min(*length, pelto::dds::kHeadersSize) : *length;
+    const auto bytes = std::make_unique_for_overwrite<char[]>(wanted);
+    const std::size_t available = std::fread(bytes.get(), 1, wanted, file.get());
+    file.reset();
+    return _load(bytes.get(), available, flipImage, headerOnly);
+}
+
+bool vDDSImage::loadFromBuffer(const void* buffer, int /*size*/, bool flipImage, bool headerOnly) {
+    return _load(static_cast<const char*>(buffer), FileBytes::kComplete, flipImage, headerOnly);
+}
+
+bool vDDSImage::_load(const char* bytes, std::size_t available, bool flipImage, bool headerOnly) {
+    clear();
+    FileBytes file(bytes, available);
+
+    const char* const magic = file.take(sizeof pelto::dds::kMagic);
+    if (magic == nullptr || std::strncmp(magic, pelto::dds::kMagic, sizeof pelto::dds::kMagic) != 0)
+        return false;
+
+    pelto::dds::Header header;
+    file.read(&header, sizeof header);
+    pelto::dds::HeaderDX10 extension{};
+    if (header.pixelFormat.dwFourCC == kFourCCDX10) file.read(&extension, sizeof extension);
+
+    cubemap = (header.caps2 & pelto::dds::kCaps2Cubemap) != 0;
+    volume = (header.caps2 & pelto::dds::kCaps2Volume) != 0 && header.depth != 0;
+
+    const std::optional<PixelLayout> layout = decide_layout(header.pixelFormat, extension.dxgiFormat);
+    if (!layout) return false;
+    format = layout->format;
+    components = layout->components;
+    bitsPerComponent = layout->bits_per_component;
+    compressed = layout->compressed;
+
+    const int baseWidth = static_cast<int>(header.width);
+    const int baseHeight = static_cast<int>(header.height);
+    const int baseDepth = clamp_size(static_cast<int>(header.depth));
+    const int extraLevels = header.mipMapCount == 0 ? 0 : static_cast<int>(header.mipMapCount - 1);
+
+    if (headerOnly) {
+        vDDSTexture outline(baseWidth, baseHeight, baseDepth, 1);
+        if (extraLevels > 0) outline.mipmaps.reserve(static_cast<std::size_t>(extraLevels));
+        for (int level = 0; level < extraLevels; ++level) outline.mipmaps.emplace_back(1, 1, baseDepth, 1);
+        textures.push_back(std::move(outline));
+        return true;
+    }
+
+    const auto level_size = [this](int width, int height, int depth) {
+        const std::size_t slice = !compressed                                  ? size_rgb(width, height)
+                                  : format == BC6H_SF16 || format == BC6H_UF16 ? size_bc6h(width, height)
+                                                                               : size_dxtc(width, height);
+        return slice * static_cast<std::size_t>(depth);
+    };
+    LevelReader reader(file, *layout, channel_reorder(header.pixelFormat, *layout), flipImage);
+    const int faces = cubemap ? kCubeFaces : 1;
+    textures.reserve(static_cast<std::size_t>(faces));
+    for (int face = 0; face < faces; ++face) {
+        int width = baseWidth;
+        int height = baseHeight;
+        int depth = baseDepth;
+        vDDSTexture texture(width, height, depth, level_size(width, height, depth));
+        reader.read(texture);
+        if (extraLevels > 0) texture.mipmaps.reserve(static_cast<std::size_t>(extraLevels));
+        for (int i = 0; i < extraLevels; ++i) {
+            width = clamp_size(width >> 1);
+            height = clamp_size(height >> 1);
+            depth = clamp_size(depth >> 1);
+            vDDSSurface level(width, height, depth, level_size(width, height, depth));
+            reader.read(level);
+            texture.mipmaps.push_back(std::move(level));
+        }
+        textures.push_back(std::move(texture));
+    }
+
+    // Upside down, up is down: the +Y and -Y faces change places, except where nothing was flipped.
+    if (cubemap && flipImage && format != BC6H_SF16 && format != BC6H_UF16)
+        std::swap(textures[2], textures[3]);
+    valid = true;
+    return true;
+}
+
+// The products below are those of the header's 32-bit numbers with the given widths; absurd extents wrap
+// around in them, without ever overflowing a signed type.
+
+std::size_t vDDSImage::size_rgb(int width, int height) const {
+    const auto widened = [](int value) { return static_cast<std::uint64_t>(std::int64_t{value}); };
+    return widened(bitsPerComponent) * widened(components) * widened(width) * widened(height) >> 3;
+}
+
+std::size_t vDDSImage::size_dxtc(int width, int height) const {
+    const auto blocks = [](int pixels) { return (static_cast<std::uint32_t>(pixels) + 3) >> 2; };
+    return blocks(width) * blocks(height) * static_cast<std::uint32_t>(block_size(format));
+}
+
+std::size_t vDDSImage::size_bc6h(int width, int height) const {
+    const auto blocks = [](int pixels) { return std::ceil(static_cast<std::uint32_t>(pixels) * 0.25); };
+    return static_cast<std::uint32_t>(static_cast<std::uint64_t>(blocks(width) * blocks(height))) * 16;
+}
+
+int vDDSImage::clamp_size(int size) const { return std::max(size, 1); }
+
+int vDDSImage::get_line_width(int width, int bitsPerPixel) const {
+    const std::uint32_t bits =
+        static_cast<std::uint32_t>(width) * static_cast<std::uint32_t>(bitsPerPixel) + 31;
+    return (static_cast<std::int32_t>(bits) >> 3) & ~3;
+}
+
+// Files and supported machines are both little-endian: there is nothing to swap.
+void vDDSImage::swap_endian(void* /*value*/) const {}

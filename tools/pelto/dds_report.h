@@ -1,0 +1,31 @@
+// What a DDS file holds, or why it cannot be read, in words for a person.
+#ifndef PELTO_TOOL_DDS_REPORT_H
+#define PELTO_TOOL_DDS_REPORT_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vDDSImage.h>
+
+struct DDSReport {
+    std::string path;
+
+    /// Why the file could not be read; the rest is then meaningless.
+    std::optional<std::string> error;
+
+    vDDSImage image;
+
+    /// Bytes that the header promises beyond the end of the file; they were read as zero.
+    std::uint64_t missing_bytes = 0;
+};
+
+/// Loads the file and finds the reason when that fails. Messages that the library logs meanwhile become
+/// part of the reason instead of going to the log.
+DDSReport report_dds(const std::string& path, bool flip, bool header_only);
+
+/// The name of a format, as the enumeration spells it.
+const char* format_name(TOZ::SUPPORTED_FORMAT::Type format);
+
+int face_count(const vDDSImage& image);
+
+#endif

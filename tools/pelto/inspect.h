@@ -1,0 +1,12 @@
+// pelto inspect: what DDS files hold.
+#ifndef PELTO_TOOL_INSPECT_H
+#define PELTO_TOOL_INSPECT_H
+
+#include <CLI/CLI.hpp>
+
+#include "exit_status.h"
+
+/// Adds the subcommand; when it is called, its exit status is put into `status`.
+void add_inspect(CLI::App& app, ExitStatus& status);
+
+#endif

@@ -1,0 +1,46 @@
+// pelto: textures from the command line.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <exception>
+#include <iostream>
+
+#include "exit_status.h"
+#include "inspect.h"
+
+namespace {
+
+ExitStatus run(int argc, char** argv) {
+    CLI::App app("pelto looks into texture files.", "pelto");
+    app.set_version_flag("--version", "pelto " PELTO_VERSION);
+    app.require_subcommand(1);
+    app.footer("Exit status: 0 done, 1 a file could not be read, 2 wrong usage.");
+    ExitStatus status = kExitSuccess;
+    add_inspect(app, status);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& help_or_version) {
+        app.exit(help_or_version, std::cout, std::cerr);
+    } catch (const CLI::ParseError& error) {
+        const auto chosen = app.get_subcommands();
+        std::cerr << "pelto: " << error.what() << "\n\n" << (chosen.empty() ? app : *chosen.front()).help();
+        return kExitUsage;
+    }
+    return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        const ExitStatus status = run(argc, argv);
+        std::cout.flush();
+        if (!std::cout) {
+            std::cerr << "pelto: the output could not be written\n";
+            return kExitFailure;
+        }
+        return status;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "pelto: %s\n", error.what());
+        return kExitFailure;
+    }
+}
