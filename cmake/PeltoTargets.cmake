@@ -12,7 +12,9 @@ function(pelto_target_defaults target)
         target_compile_options(${target} PRIVATE /W4)
         target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
     else()
-        target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion)
+        # Calls inside a library are not for others to intercept, which lets the compiler inline them.
+        target_compile_options(${target} PRIVATE
+            -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -fno-semantic-interposition)
         target_compile_definitions(${target} PRIVATE _FILE_OFFSET_BITS=64)
     endif()
 endfunction()

@@ -189,10 +189,13 @@ TEST(LoggerSinkDeathTest, WorksWhileTheProcessEnds) {
         {
             // Registered before the log's first use, so it runs after the destructors of later statics.
             std::atexit([] { LogDefault(vLogger::eInfo, "goodbye"); });
-            vLogger::SetSink([](const vLogRecord& record) { std::fprintf(stderr, "sink: %s", record.text); });
+            std::shared_ptr<void> witness(nullptr, [](void*) { std::fputs("no sink, ", stderr); });
+            vLogger::SetSink([witness = std::move(witness)](const vLogRecord& record) {
+                std::fprintf(stderr, "sink: %s", record.text);
+            });
             std::exit(0);
         },
-        testing::ExitedWithCode(0), "sink: goodbye");
+        testing::ExitedWithCode(0), "^sink: goodbye$");
 }
 
 }  // namespace

@@ -52,15 +52,15 @@ TEST_F(LoggerTest, TextsOfEveryLengthAreWhole) {
 TEST_F(LoggerTest, ANullFormatReadsAsAnEmptyOne) {
     const LogCapture log;
     const char* volatile none = nullptr;
-    LogDefault(vLogger::eInfo, none);
-    LogMefx(vLogger::eInfo, none);
+    LogDefault(vLogger::eInfo, none, 1);
+    LogMefx(vLogger::eInfo, none, 1);
     EXPECT_EQ(log.records(), (std::vector<LogRecord>{{"Default", 2, ""}, {"Mefx", 2, ""}}));
 }
 
 TEST_F(LoggerTest, AnEmptyFormatIsAnEmptyText) {
     const LogCapture log;
     const char* volatile empty = "";
-    LogDefault(vLogger::eInfo, empty);
+    LogDefault(vLogger::eInfo, empty, 1);
     EXPECT_EQ(log.records(), (std::vector<LogRecord>{{"Default", 2, ""}}));
 }
 

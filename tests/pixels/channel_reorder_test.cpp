@@ -24,8 +24,8 @@ Bytes random_bytes(std::size_t size) {
 
 Bytes reordered(const Bytes& from, int components, const ChannelMasks& masks) {
     Bytes to(from.size());
-    pelto::pixels::reorder_channels(from.data(), to.data(),
-                                    from.size() / static_cast<std::size_t>(components), components, masks);
+    pelto::pixels::ChannelReorder(masks, components)
+        .apply(from.data(), to.data(), from.size() / static_cast<std::size_t>(components));
     return to;
 }
 

@@ -88,7 +88,8 @@ vDDSTexture filled_texture(std::size_t base_size, const std::vector<std::size_t>
     const Bytes bytes = random_bytes(base_size, seed);
     std::copy(bytes.begin(), bytes.end(), static_cast<char*>(texture));
     for (std::size_t size : mip_sizes)
-        (texture.*dds_private::mipmaps()).push_back(filled_surface(static_cast<int>(size), 1, 1, size, ++seed));
+        (texture.*dds_private::mipmaps())
+            .push_back(filled_surface(static_cast<int>(size), 1, 1, size, ++seed));
     return texture;
 }
 

@@ -3,7 +3,6 @@
 #define TESTS_SUPPORT_DDS_CHECK_H
 
 #include <gtest/gtest.h>
-
 #include <string>
 
 #include "support/dds_file.h"

@@ -32,19 +32,27 @@ FormatDecision decide_plain(const PixelFormat& pixel_format) {
 
 const std::vector<FormatRow>& dxgi_rows() {
     static const std::vector<FormatRow> rows = {
-        {6, 6, 3, 32},  {10, 4, 4, 16}, {41, 5, 1, 32}, {71, 8, 3, 8},  {74, 9, 4, 8},  {77, 10, 4, 8},
-        {80, 11, 1, 8}, {81, 12, 1, 8}, {83, 13, 2, 8}, {84, 14, 2, 8}, {87, 3, 3, 8},  {95, 16, 3, 8},
-        {96, 15, 3, 8},
+        {6, 6, 3, 32},  {10, 4, 4, 16}, {41, 5, 1, 32}, {71, 8, 3, 8},  {74, 9, 4, 8},
+        {77, 10, 4, 8}, {80, 11, 1, 8}, {81, 12, 1, 8}, {83, 13, 2, 8}, {84, 14, 2, 8},
+        {87, 3, 3, 8},  {95, 16, 3, 8}, {96, 15, 3, 8},
     };
     return rows;
 }
 
 const std::vector<FormatRow>& fourcc_rows() {
     static const std::vector<FormatRow> rows = {
-        {four_cc("DXT1"), 8, 3, 8},  {four_cc("DXT3"), 9, 4, 8},  {four_cc("DXT5"), 10, 4, 8},
-        {four_cc("ATI1"), 11, 1, 8}, {four_cc("BC4U"), 11, 1, 8}, {four_cc("BC4S"), 12, 1, 8},
-        {four_cc("ATI2"), 13, 2, 8}, {four_cc("BC5U"), 13, 2, 8}, {four_cc("BC5S"), 13, 2, 8},
-        {113, 4, 4, 16},             {114, 5, 1, 32},             {116, 7, 4, 32},
+        {four_cc("DXT1"), 8, 3, 8},
+        {four_cc("DXT3"), 9, 4, 8},
+        {four_cc("DXT5"), 10, 4, 8},
+        {four_cc("ATI1"), 11, 1, 8},
+        {four_cc("BC4U"), 11, 1, 8},
+        {four_cc("BC4S"), 12, 1, 8},
+        {four_cc("ATI2"), 13, 2, 8},
+        {four_cc("BC5U"), 13, 2, 8},
+        {four_cc("BC5S"), 13, 2, 8},
+        {113, 4, 4, 16},
+        {114, 5, 1, 32},
+        {116, 7, 4, 32},
     };
     return rows;
 }

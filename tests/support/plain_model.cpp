@@ -17,7 +17,8 @@ public:
 
     std::uint32_t number_at(std::size_t offset) const {
         std::uint32_t value = 0;
-        for (std::size_t i = 0; i < 4; ++i) value += static_cast<std::uint32_t>(byte_at(offset + i)) << (8 * i);
+        for (std::size_t i = 0; i < 4; ++i)
+            value += static_cast<std::uint32_t>(byte_at(offset + i)) << (8 * i);
         return value;
     }
 
@@ -62,7 +63,8 @@ Header read_header(const EndlessFile& file) {
 int half(int extent) { return extent / 2 < 1 ? 1 : extent / 2; }
 
 bool reorders(const Image& image, const Masks& masks) {
-    return masks.red != 0 && masks.green != 0 && masks.blue != 0 && !image.compressed && image.components != 1;
+    return masks.red != 0 && masks.green != 0 && masks.blue != 0 && !image.compressed &&
+           image.components != 1;
 }
 
 /// Reads levels one after the other from the pixel data.
@@ -116,7 +118,8 @@ void describe(Image& image, const Header& header) {
 
 void read_pixels(Image& image, const EndlessFile& file, const Header& header, bool flip_image) {
     LevelReader reader(file, header, image, flip_image);
-    for (int face = 0; face < (image.cubemap ? 6 : 1); ++face) image.faces.push_back(read_face(reader, header));
+    for (int face = 0; face < (image.cubemap ? 6 : 1); ++face)
+        image.faces.push_back(read_face(reader, header));
     const bool bc6h = image.format == 15 || image.format == 16;
     if (image.cubemap && flip_image && !bc6h) std::swap(image.faces[2], image.faces[3]);
     image.file_size = reader.offset();

@@ -47,7 +47,8 @@ void flip_blocks(Bytes& bytes, int width, int height, int format) {
         const std::size_t from = rows - 1 - y;
         if (from == y) continue;
         for (std::size_t x = 0; x < columns; ++x) {
-            const auto source = before.begin() + static_cast<std::ptrdiff_t>((from * columns + x) * block_size);
+            const auto source =
+                before.begin() + static_cast<std::ptrdiff_t>((from * columns + x) * block_size);
             Bytes block(source, source + static_cast<std::ptrdiff_t>(block_size));
             flip_block(block, format);
             std::copy(block.begin(), block.end(),
@@ -61,7 +62,8 @@ void flip_blocks(Bytes& bytes, int width, int height, int format) {
 void reverse_index_rows(Bytes& block, unsigned first_bit, unsigned bits) {
     unsigned indices[4][4];
     for (unsigned y = 0; y < 4; ++y)
-        for (unsigned x = 0; x < 4; ++x) indices[y][x] = read_number(block, first_bit + (y * 4 + x) * bits, bits);
+        for (unsigned x = 0; x < 4; ++x)
+            indices[y][x] = read_number(block, first_bit + (y * 4 + x) * bits, bits);
     for (unsigned y = 0; y < 4; ++y)
         for (unsigned x = 0; x < 4; ++x)
             write_number(block, first_bit + (y * 4 + x) * bits, bits, indices[3 - y][x]);

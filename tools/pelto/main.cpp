@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <string>
 
 #include "exit_status.h"
 #include "inspect.h"
@@ -21,8 +22,10 @@ ExitStatus run(int argc, char** argv) {
     } catch (const CLI::Success& help_or_version) {
         app.exit(help_or_version, std::cout, std::cerr);
     } catch (const CLI::ParseError& error) {
-        const auto chosen = app.get_subcommands();
-        std::cerr << "pelto: " << error.what() << "\n\n" << (chosen.empty() ? app : *chosen.front()).help();
+        const bool unknown = app.get_subcommands().empty() && argc > 1 && argv[1][0] != '-';
+        const std::string wrong =
+            unknown ? std::string("there is no subcommand '") + argv[1] + "'" : std::string(error.what());
+        std::cerr << "pelto: " << wrong << "\n\n" << app.help();
         return kExitUsage;
     }
     return status;

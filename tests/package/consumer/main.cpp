@@ -1,0 +1,27 @@
+// Loads a texture made in memory, and hears from the log.
+#include <PeltoKernelTools/vDDSImage.h>
+#include <vDDSImage.h>
+#include <vLogger.h>
+
+#include <cstring>
+#include <string>
+
+int main() {
+    std::string file(128 + 8, '\0');
+    const auto put = [&](std::size_t offset, unsigned value) { std::memcpy(&file[offset], &value, 4); };
+    std::memcpy(&file[0], "DDS ", 4);
+    put(12, 4);  // height
+    put(16, 4);  // width
+    put(80, 4);  // a FourCC follows
+    std::memcpy(&file[84], "DXT1", 4);
+
+    vDDSImage image;
+    if (!image.loadFromBuffer(file.data(), static_cast<int>(file.size()), true, false)) return 1;
+    if (image.get_size() != 8 || image.get_format() != TOZ::SUPPORTED_FORMAT::DXT1) return 2;
+
+    std::string logged;
+    TOZ::vLogger::SetSink([&](const TOZ::vLogRecord& record) { logged = record.text; });
+    put(80, 0);
+    if (image.loadFromBuffer(file.data(), static_cast<int>(file.size()), true, false)) return 3;
+    return logged == "DDS Format not supported." ? 0 : 4;
+}

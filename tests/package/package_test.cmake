@@ -1,0 +1,30 @@
+# Takes the library into the project in consumer/ in the given way, builds its program and runs it.
+cmake_minimum_required(VERSION 3.25)
+
+function(run)
+    execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+file(REMOVE_RECURSE "${work}")
+set(options
+    -G "${generator}"
+    -D "CMAKE_BUILD_TYPE=${config}"
+    -D "CMAKE_CXX_COMPILER=${compiler}"
+    -D "CMAKE_CXX_FLAGS=${flags}"
+    -D "PELTO_WAY=${way}"
+    -D "PELTO_SOURCE=${source}"
+    -D "PELTO_VERSION=${version}")
+if(way MATCHES "find_package|pkg_config")
+    run(${CMAKE_COMMAND} --install "${build}" --prefix "${work}/first" --config "${config}")
+    # Packages move: nothing in one may point to where it was installed first.
+    file(RENAME "${work}/first" "${work}/prefix")
+    list(APPEND options -D "CMAKE_PREFIX_PATH=${work}/prefix")
+endif()
+run(${CMAKE_COMMAND} -S "${CMAKE_CURRENT_LIST_DIR}/consumer" -B "${work}/build" ${options})
+run(${CMAKE_COMMAND} --build "${work}/build")
+run("${work}/build/consumer")
+
+if(way STREQUAL "find_package")
+    run("${work}/prefix/bin/pelto" --version)
+endif()
+file(REMOVE_RECURSE "${work}")

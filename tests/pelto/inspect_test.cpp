@@ -1,0 +1,205 @@
+// pelto inspect, run as a user runs it.
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/command.h"
+#include "support/dds_file.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+using namespace support;
+using nlohmann::json;
+
+class Inspect : public testing::Test {
+protected:
+    std::string file(const std::string& name, const FileHeader& header, std::size_t pixel_bytes) const {
+        const Bytes bytes = dds_file(header, random_bytes(pixel_bytes, 1));
+        return folder_.write(name, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    }
+
+    std::string bc1_with_mips() const {
+        return file("bc1.dds", fourcc_header(four_cc("DXT1")).sized(16, 8).with_mips(3), 64 + 16 + 8);
+    }
+
+    std::string cube() const {
+        return file("cube.dds", dxgi_header(95).sized(4, 4).with_caps2(kCubeMap), 6 * 16);
+    }
+
+    const TemporaryFolder folder_;
+};
+
+// The cells of each line; no cell of these tables has spaces of its own but the extent.
+std::vector<std::vector<std::string>> cells(const std::string& text) {
+    std::vector<std::vector<std::string>> lines;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) {
+        std::istringstream words(line);
+        lines.emplace_back(std::istream_iterator<std::string>(words), std::istream_iterator<std::string>());
+    }
+    return lines;
+}
+
+std::size_t line_count(const std::string& text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+using Words = std::vector<std::string>;
+
+TEST_F(Inspect, PrintsARowForEachFile) {
+    const CommandResult result = run_pelto({"inspect", bc1_with_mips(), cube()});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    const auto lines = cells(result.out);
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_EQ(lines[0], (Words{"path", "format", "width", "x", "height", "x", "depth", "faces", "levels",
+                               "bytes", "flags"}));
+    EXPECT_EQ(lines[1], (Words{folder_.path("bc1.dds"), "DXT1", "16", "x", "8", "x", "1", "1", "3", "88",
+                               "compressed"}));
+    EXPECT_EQ(lines[2], (Words{folder_.path("cube.dds"), "BC6H_UF16", "4", "x", "4", "x", "1", "6", "1", "96",
+                               "compressed,cubemap"}));
+}
+
+TEST_F(Inspect, PrintsJsonForMachines) {
+    const CommandResult result = run_pelto({"inspect", "--json", cube()});
+    EXPECT_EQ(result.status, 0);
+    const json expected = {{{"path", folder_.path("cube.dds")},
+                            {"format", "BC6H_UF16"},
+                            {"width", 4},
+                            {"height", 4},
+                            {"depth", 1},
+                            {"faces", 6},
+                            {"levels", 1},
+                            {"bytes", 96},
+                            {"missingBytes", 0},
+                            {"compressed", true},
+                            {"cubemap", true},
+                            {"volume", false},
+                            {"valid", true}}};
+    EXPECT_EQ(json::parse(result.out), expected);
+}
+
+TEST_F(Inspect, HeaderOnlyKnowsNoByteCounts) {
+    const std::string path =
+        file("header.dds", fourcc_header(four_cc("DXT5")).sized(256, 128).with_mips(9), 0);
+    const CommandResult table = run_pelto({"inspect", "--header-only", path});
+    EXPECT_EQ(table.status, 0);
+    EXPECT_EQ(cells(table.out).at(1),
+              (Words{path, "DXT5", "256", "x", "128", "x", "1", "1", "9", "-", "compressed,header-only"}));
+    const json object = json::parse(run_pelto({"inspect", "--header-only", "--json", path}).out).at(0);
+    EXPECT_FALSE(object.contains("bytes"));
+    EXPECT_EQ(object.at("valid"), false);
+}
+
+TEST_F(Inspect, FlipLoadsTheImageUpsideDown) {
+    const CommandResult result = run_pelto({"inspect", "--flip", bc1_with_mips()});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(cells(result.out).at(1).back(), "compressed,flipped");
+}
+
+TEST_F(Inspect, WarnsOfATruncatedFile) {
+    const std::string path = file("short.dds", fourcc_header(four_cc("DXT1")).sized(16, 16), 100);
+    const CommandResult result = run_pelto({"inspect", path});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(cells(result.out).at(1).back(), "compressed,truncated");
+    EXPECT_EQ(
+        result.err,
+        "pelto: " + path + ": warning: ends 28 bytes before what its header promises; they read as zero\n");
+    EXPECT_EQ(json::parse(run_pelto({"inspect", "--json", path}).out).at(0).at("missingBytes"), 28);
+}
+
+TEST_F(Inspect, AFailureIsOneLineWithTheReasonAndTheOtherFilesAreStillShown) {
+    const std::string path = file("dxgi2.dds", dxgi_header(2).sized(4, 4), 64);
+    const CommandResult result = run_pelto({"inspect", path, bc1_with_mips()});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "pelto: " + path + ": The DXGI type 2 for the DDS file : is not supported.\n");
+    EXPECT_EQ(cells(result.out).size(), 2U);
+}
+
+TEST_F(Inspect, SaysWhyAFileCannotBeRead) {
+    const auto error = [](const std::string& path) {
+        const CommandResult result = run_pelto({"inspect", path});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(line_count(result.err), 1U);
+        return result.err.substr(std::string("pelto: " + path + ": ").size());
+    };
+    EXPECT_EQ(error(folder_.path("absent.dds")), "cannot be opened: No such file or directory\n");
+    EXPECT_EQ(error(folder_.path("")), "is a directory\n");
+    EXPECT_EQ(error(folder_.write("empty.dds", "")), "is empty, or its length cannot be told\n");
+    EXPECT_EQ(error(folder_.write("text.dds", "text")),
+              "is not a DDS file: it starts with \"text\" instead of \"DDS \"\n");
+    EXPECT_EQ(error(folder_.write("short.dds", "D\n")),
+              "is not a DDS file: it starts with \"D\\x0a\" instead of \"DDS \"\n");
+    EXPECT_EQ(error(file("fourcc.dds", fourcc_header(four_cc("WHAT")), 0)),
+              "the FourCC \"WHAT\" at byte 84 is not supported\n");
+    EXPECT_EQ(error(file("bits.dds", plain_header(kRgb, 16), 0)), "DDS Format not supported.\n");
+}
+
+// The address sanitizer ends a process that asks for too much memory.
+#if !defined(__SANITIZE_ADDRESS__)
+TEST_F(Inspect, SaysWhenTheLevelsDoNotFitIntoMemory) {
+    const std::string path = file("huge.dds", fourcc_header(116).sized(1U << 24, 1U << 24), 0);
+    const CommandResult result = run_pelto({"inspect", path});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "pelto: " + path + ": its header promises more pixels than fit into memory\n");
+}
+#endif
+
+TEST_F(Inspect, JsonHoldsTheErrorsToo) {
+    const CommandResult result = run_pelto({"inspect", "--json", folder_.path("absent.dds")});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(json::parse(result.out).at(0).at("error"), "cannot be opened: No such file or directory");
+    EXPECT_EQ(line_count(result.err), 1U);
+}
+
+TEST_F(Inspect, JsonTakesFileNamesThatAreNotUtf8) {
+    const std::string path = file("\xFF.dds", fourcc_header(four_cc("DXT1")).sized(4, 4), 8);
+    const CommandResult result = run_pelto({"inspect", "--json", path});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(json::parse(result.out).at(0).at("format"), "DXT1");
+}
+
+TEST(Pelto, WithoutArgumentsPrintsHelpAndEndsWithWrongUsage) {
+    const CommandResult result = run_pelto({});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_NE(result.err.find("Usage: pelto"), std::string::npos);
+    EXPECT_NE(result.err.find("inspect"), std::string::npos);
+}
+
+TEST(Pelto, NamesAnUnknownSubcommandAndPrintsHelp) {
+    const CommandResult result = run_pelto({"frobnicate"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err.substr(0, result.err.find('\n')), "pelto: there is no subcommand 'frobnicate'");
+    EXPECT_NE(result.err.find("Usage: pelto"), std::string::npos);
+}
+
+TEST(Pelto, AnUnknownOptionOrNoFileIsWrongUsage) {
+    for (const auto& arguments : {Words{"inspect"}, Words{"inspect", "--bogus", "x.dds"}}) {
+        const CommandResult result = run_pelto(arguments);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_NE(result.err.find("Usage: pelto inspect"), std::string::npos);
+        EXPECT_EQ(result.out, "");
+    }
+}
+
+TEST(Pelto, HelpAndVersionGoToStandardOutput) {
+    const CommandResult help = run_pelto({"--help"});
+    EXPECT_EQ(help.status, 0);
+    EXPECT_EQ(help.err, "");
+    EXPECT_NE(help.out.find("inspect"), std::string::npos);
+    const CommandResult version = run_pelto({"--version"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.out.rfind("pelto ", 0), 0U);
+    const CommandResult inspect_help = run_pelto({"inspect", "--help"});
+    EXPECT_EQ(inspect_help.status, 0);
+    for (const char* option : {"--json", "--header-only", "--flip"}) {
+        EXPECT_NE(inspect_help.out.find(option), std::string::npos) << option;
+    }
+}
+
+}  // namespace
