@@ -1,7 +1,6 @@
 // The routines that turn single blocks over, and the driver of rows of blocks.
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <new>
 #include <string>
 #include <utility>
@@ -40,7 +39,7 @@ struct Routine {
 };
 
 constexpr Routine kRoutines[] = {
-    {"bc1", bc1, 8, 8, 0},   {"bc2", bc2, 16, 9, 2},  {"bc3", bc3, 16, 10, 0},
+    {"bc1", bc1, 8, 8, 0},  {"bc2", bc2, 16, 9, 2},  {"bc3", bc3, 16, 10, 0},
     {"bc4", bc4, 8, 11, 0}, {"bc5", bc5, 16, 13, 0},
 };
 
@@ -72,7 +71,8 @@ TEST(DdsBlockRoutines, Bc4ReversesIndexRows) {
 TEST(DdsBlockRoutines, Bc5ReversesBothHalves) {
     Bytes bytes = {7, 9, 0xBC, 0x3A, 0x12, 0x56, 0x94, 0x78, 5, 3, 0x89, 0x67, 0x45, 0x23, 0xC1, 0xAB};
     bc5(bytes, 1);
-    EXPECT_EQ(bytes, (Bytes{7, 9, 0x89, 0x67, 0x45, 0x23, 0xC1, 0xAB, 5, 3, 0xBC, 0x3A, 0x12, 0x56, 0x94, 0x78}));
+    EXPECT_EQ(bytes,
+              (Bytes{7, 9, 0x89, 0x67, 0x45, 0x23, 0xC1, 0xAB, 5, 3, 0xBC, 0x3A, 0x12, 0x56, 0x94, 0x78}));
 }
 
 // Each nibble of the index field alone, to where its twelve-bit row goes.
@@ -111,7 +111,8 @@ TEST(DdsBlockRoutines, TurnExactlyCountBlocksOver) {
     for (const Routine& routine : kRoutines)
         for (int count = 1; count <= 70; ++count) {
             const std::size_t flipped = routine.block_size * static_cast<std::size_t>(count);
-            const Bytes before = random_bytes(flipped + routine.block_size, static_cast<std::uint32_t>(count));
+            const Bytes before =
+                random_bytes(flipped + routine.block_size, static_cast<std::uint32_t>(count));
             Bytes bytes = before;
             routine.flip(bytes, count);
             Bytes expected = before;
@@ -190,7 +191,8 @@ TEST(DdsBlockRoutines, AtAnyAddress) {
             if (name == "bc3") flip_blocks_dxtc5()(reinterpret_cast<TOZ::DXTColBlock*>(at), 3);
             if (name == "bc4") flip_blocks_bc4()(reinterpret_cast<TOZ::BC4ColBlock*>(at), 3);
             if (name == "bc5") flip_blocks_bc5()(reinterpret_cast<TOZ::BC5ColBlock*>(at), 3);
-            EXPECT_EQ(Bytes(memory.begin() + static_cast<std::ptrdiff_t>(shift), memory.end()), expected) << name;
+            EXPECT_EQ(Bytes(memory.begin() + static_cast<std::ptrdiff_t>(shift), memory.end()), expected)
+                << name;
         }
 }
 
@@ -221,7 +223,8 @@ TEST(DdsBlockRowDriver, ExchangesRowsBehindTheRoutine) {
     const AllocationRecorder recorder;
     flip_block_rows()(support::chars(bytes), 1, 3, 8, flip_blocks_dxtc1());
     EXPECT_EQ(recorder.sizes(), Sizes{8});
-    EXPECT_EQ(bytes, (Bytes{3, 3, 3, 3, 33, 32, 31, 30, 2, 2, 2, 2, 20, 21, 22, 23, 1, 1, 1, 1, 13, 12, 11, 10}));
+    EXPECT_EQ(bytes,
+              (Bytes{3, 3, 3, 3, 33, 32, 31, 30, 2, 2, 2, 2, 20, 21, 22, 23, 1, 1, 1, 1, 13, 12, 11, 10}));
 }
 
 TEST(DdsBlockRowDriver, NoneOrOneRowIsNotTouched) {

@@ -1,6 +1,5 @@
 // The static converter of uncompressed pixels to red, green, blue(, alpha).
 #include <gtest/gtest.h>
-
 #include <utility>
 
 #include "support/allocation.h"
@@ -131,7 +130,8 @@ TEST(DdsConvertPixel, AgreesWithTheModelAtEveryLineLength) {
                 plain::reorder(expected, width, 1, 2, components, layout);
                 const auto format = masks(layout.red, layout.green, layout.blue, layout.alpha);
                 ASSERT_TRUE(support::same_bytes(converted(before, width, 1, 2, format, components), expected))
-                    << std::hex << layout.red << ", " << components << " components, width " << std::dec << width;
+                    << std::hex << layout.red << ", " << components << " components, width " << std::dec
+                    << width;
             }
 }
 

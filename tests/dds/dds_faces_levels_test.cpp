@@ -1,7 +1,6 @@
 // How the pixel data of a file is cut into faces and levels.
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <numeric>
 
 #include "support/allocation.h"
@@ -62,7 +61,8 @@ TEST(DdsLevels, HalveEveryExtentDownToOne) {
 TEST(DdsLevels, BeyondTheNaturalChainRepeatOnePixel) {
     const vDDSImage image = loaded(dds_file(luminance().sized(2, 2).with_mips(6), counting(9, 1)));
     EXPECT_EQ(level_sizes(image[0]), (std::vector<std::size_t>{4, 1, 1, 1, 1, 1}));
-    for (int i = 0; i < 5; ++i) EXPECT_EQ(pixels_of(image.get_mipmap(i)), counting(1, static_cast<std::uint8_t>(5 + i)));
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(pixels_of(image.get_mipmap(i)), counting(1, static_cast<std::uint8_t>(5 + i)));
 }
 
 TEST(DdsLevels, EveryLevelOfASmallBlockImageIsAWholeBlock) {
@@ -133,7 +133,8 @@ TEST(DdsLevels, ExtentsAreSignedNumbers) {
 }
 
 TEST(DdsDepth, CountsWithoutTheVolumeFlag) {
-    const vDDSImage image = loaded(dds_file(luminance().sized(2, 2).with_depth(4).with_mips(2), counting(18, 1)));
+    const vDDSImage image =
+        loaded(dds_file(luminance().sized(2, 2).with_depth(4).with_mips(2), counting(18, 1)));
     EXPECT_FALSE(image.is_volume());
     EXPECT_EQ(image.get_depth(), 4);
     EXPECT_EQ(pixels_of(image[0]), counting(16, 1));
@@ -192,7 +193,8 @@ TEST(DdsFaces, FaceFlagsAloneMakeNoCubeMap) {
 }
 
 TEST(DdsFaces, CubeMapOfVolumesIsReadAsSuch) {
-    const FileHeader header = luminance().sized(2, 2).with_depth(3).with_mips(2).with_caps2(kCubeMap | kVolume);
+    const FileHeader header =
+        luminance().sized(2, 2).with_depth(3).with_mips(2).with_caps2(kCubeMap | kVolume);
     const vDDSImage image = loaded(complete_file(header));
     EXPECT_TRUE(image.is_cubemap());
     EXPECT_TRUE(image.is_volume());

@@ -1,7 +1,6 @@
 // Compressed surfaces are flipped by exchanging rows of blocks and turning each block over.
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <new>
 #include <utility>
 
@@ -193,7 +192,8 @@ TEST(DdsFlipBlocks, AgreesWithTheModel) {
         for (int width = 1; width <= 37; width += 3)
             for (int height = 1; height <= 26; ++height) {
                 const auto blocks = static_cast<std::size_t>((width + 3) / 4 * ((height + 3) / 4));
-                Bytes bytes = random_bytes(blocks * block_size(format), static_cast<std::uint32_t>(width * height));
+                Bytes bytes =
+                    random_bytes(blocks * block_size(format), static_cast<std::uint32_t>(width * height));
                 Bytes expected = bytes;
                 flip_blocks(bytes, width, height, format);
                 plain::flip(expected, width, height, 1, format, true);

@@ -1,7 +1,6 @@
 // Uncompressed surfaces are flipped by exchanging lines.
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <new>
 
 #include "support/allocation.h"
@@ -154,7 +153,8 @@ TEST(DdsFlipLines, AtAnyAddress) {
         vDDSImage::flip(chars(memory) + shift, 1, 5, 1, 90, kAnyFormat, false);
         EXPECT_EQ(Bytes(memory.begin() + static_cast<std::ptrdiff_t>(shift), memory.end()), expected);
         const Bytes before = random_bytes(shift + 90, 5);
-        EXPECT_TRUE(std::equal(memory.begin(), memory.begin() + static_cast<std::ptrdiff_t>(shift), before.begin()));
+        EXPECT_TRUE(
+            std::equal(memory.begin(), memory.begin() + static_cast<std::ptrdiff_t>(shift), before.begin()));
     }
 }
 

@@ -1,7 +1,6 @@
 // Files that are refused: what is logged, and what is left in the image.
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 
 #include "support/dds_check.h"
 #include "support/log_capture.h"
@@ -62,8 +61,9 @@ TEST(DdsFormatFailure, EveryOtherDxgiNumberIsRefused) {
     for (std::uint32_t number = 0; number <= 140; ++number) {
         if (accepted(number)) continue;
         ++refused;
-        EXPECT_EQ(refuse(header_bytes(dxgi_header(number))),
-                  warning("The DXGI type " + std::to_string(number) + " for the DDS file : is not supported."));
+        EXPECT_EQ(
+            refuse(header_bytes(dxgi_header(number))),
+            warning("The DXGI type " + std::to_string(number) + " for the DDS file : is not supported."));
     }
     EXPECT_EQ(refused, 141 - 13);
 }
@@ -84,7 +84,8 @@ TEST(DdsFormatFailure, DxgiNumberIsComparedInFull) {
 
 TEST(DdsFormatFailure, SixteenBitsAreRefusedWithAnyFlags) {
     for (std::uint32_t flags : {0u, 0x2u, 0x40u, 0x41u, 0x20000u, 0x20001u})
-        EXPECT_EQ(refuse(header_bytes(plain_header(flags, 16))), warning("DDS Format not supported.")) << flags;
+        EXPECT_EQ(refuse(header_bytes(plain_header(flags, 16))), warning("DDS Format not supported."))
+            << flags;
 }
 
 TEST(DdsFormatFailure, TwentyFourBitsWithAlphaAreRefused) {

@@ -95,8 +95,8 @@ TEST(DdsFormat, RgbFlag) {
 }
 
 TEST(DdsFormat, EightBitsWithAnyOtherFlagsAreOneChannel) {
-    for (std::uint32_t flags : {0u, 0x1u, 0x2u, 0x20u, 0x42u, 0x43u, 0x48u, 0x200u, 0x20000u, 0x20001u,
-                                0xFFFFFFFBu})
+    for (std::uint32_t flags :
+         {0u, 0x1u, 0x2u, 0x20u, 0x42u, 0x43u, 0x48u, 0x200u, 0x20000u, 0x20001u, 0xFFFFFFFBu})
         expect_format({plain_header(flags, 8), LUMINANCE8, 1, 8, false, 64});
 }
 

@@ -34,7 +34,8 @@ TEST(DdsHeaderOnly, ReportsExtentAndLevelCountAndIsNotValid) {
 }
 
 TEST(DdsHeaderOnly, EverySurfaceHoldsOneByte) {
-    const vDDSImage image = described(dxgi_header(10).sized(16, 8).with_depth(4).with_mips(3).with_caps2(kVolume));
+    const vDDSImage image =
+        described(dxgi_header(10).sized(16, 8).with_depth(4).with_mips(3).with_caps2(kVolume));
     expect_placeholder(image[0], 16, 8, 4);
     ASSERT_EQ(image.get_num_mipmaps(), 2);
     for (int i = 0; i < 2; ++i) expect_placeholder(image.get_mipmap(i), 1, 1, 4);
@@ -66,13 +67,14 @@ TEST(DdsHeaderOnly, CubeMapHasOneTexture) {
 }
 
 TEST(DdsHeaderOnly, FlipChangesNothing) {
-    const Bytes file = header_bytes(fourcc_header(four_cc("DXT5")).sized(8, 8).with_mips(4).with_caps2(kCubeMap));
+    const Bytes file =
+        header_bytes(fourcc_header(four_cc("DXT5")).sized(8, 8).with_mips(4).with_caps2(kCubeMap));
     EXPECT_TRUE(same(loaded(file, Flip::yes, Read::header_only), plain::load(file, false, true)));
 }
 
 TEST(DdsHeaderOnly, FormatAndFlagsAreThoseOfAFullLoad) {
-    const FileHeader headers[] = {dxgi_header(10),      dxgi_header(96),  fourcc_header(116),
-                                  plain_header(0x2, 8), dxgi_header(87),  plain_header(kRgb, 24),
+    const FileHeader headers[] = {dxgi_header(10),      dxgi_header(96), fourcc_header(116),
+                                  plain_header(0x2, 8), dxgi_header(87), plain_header(kRgb, 24),
                                   dxgi_header(71),      dxgi_header(84)};
     for (const FileHeader& format : headers) {
         SCOPED_TRACE(describe(format));
@@ -91,7 +93,8 @@ TEST(DdsHeaderOnly, FormatAndFlagsAreThoseOfAFullLoad) {
 }
 
 TEST(DdsHeaderOnly, HugeExtentsCostNothing) {
-    const vDDSImage image = described(fourcc_header(116).sized(0x7FFFFFFF, 0x80000000).with_depth(0x7FFFFFFF));
+    const vDDSImage image =
+        described(fourcc_header(116).sized(0x7FFFFFFF, 0x80000000).with_depth(0x7FFFFFFF));
     EXPECT_EQ(image.get_width(), 0x7FFFFFFF);
     EXPECT_EQ(image.get_height(), -0x7FFFFFFF - 1);
     EXPECT_EQ(image.get_depth(), 0x7FFFFFFF);
@@ -99,7 +102,8 @@ TEST(DdsHeaderOnly, HugeExtentsCostNothing) {
 }
 
 TEST(DdsHeaderOnly, ReplacesAFullLoadAndIsReplacedByOne) {
-    const Bytes file = complete_file(fourcc_header(four_cc("DXT5")).sized(8, 8).with_mips(4).with_caps2(kCubeMap));
+    const Bytes file =
+        complete_file(fourcc_header(four_cc("DXT5")).sized(8, 8).with_mips(4).with_caps2(kCubeMap));
     vDDSImage image = loaded(file);
     ASSERT_TRUE(load(image, file, Flip::no, Read::header_only));
     EXPECT_TRUE(same(image, plain::load(file, false, true)));

@@ -1,6 +1,5 @@
 // The whole image as a value: its fields, its textures, copies, assignment, moves and clear.
 #include <gtest/gtest.h>
-
 #include <type_traits>
 #include <utility>
 
@@ -18,7 +17,11 @@ char* pixels(const vDDSSurface& surface) { return surface; }
 std::vector<vDDSTexture>& textures(vDDSImage& image) { return image.*dds_private::textures(); }
 
 FileHeader cube_header() {
-    return plain_header(kRgbWithAlpha, 32).sized(8, 8).with_mips(3).with_depth(1).with_caps2(kCubeMap | kVolume);
+    return plain_header(kRgbWithAlpha, 32)
+        .sized(8, 8)
+        .with_mips(3)
+        .with_depth(1)
+        .with_caps2(kCubeMap | kVolume);
 }
 
 /// A valid image with every flag set that goes together, and what it holds.

@@ -1,7 +1,6 @@
 // Bytes of one level, and the small arithmetic around it.
-#include <gtest/gtest.h>
-
 #include <climits>
+#include <gtest/gtest.h>
 
 #include "support/dds_check.h"
 #include "support/dds_private.h"

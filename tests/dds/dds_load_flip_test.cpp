@@ -1,7 +1,6 @@
 // Flipping while loading: every level of every face, and the exchange of two cube faces.
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 
 #include "support/allocation.h"
 #include "support/dds_check.h"
@@ -29,10 +28,9 @@ TEST(DdsLoadFlip, VolumeSlicesKeepTheirOrder) {
 
 TEST(DdsLoadFlip, BlockVolumeIsFlippedInItsFirstSliceAlone) {
     const FileHeader header = fourcc_header(four_cc("DXT1")).sized(4, 8).with_depth(2);
-    const vDDSImage image = loaded(
-        dds_file(header, {1, 1, 1, 1, 10, 11, 12, 13, 2, 2, 2, 2, 20, 21, 22, 23,
-                          3, 3, 3, 3, 30, 31, 32, 33, 4, 4, 4, 4, 40, 41, 42, 43}),
-        Flip::yes);
+    const vDDSImage image = loaded(dds_file(header, {1, 1, 1, 1, 10, 11, 12, 13, 2, 2, 2, 2, 20, 21, 22, 23,
+                                                     3, 3, 3, 3, 30, 31, 32, 33, 4, 4, 4, 4, 40, 41, 42, 43}),
+                                   Flip::yes);
     EXPECT_EQ(pixels_of(image[0]), (Bytes{2, 2, 2, 2, 23, 22, 21, 20, 1, 1, 1, 1, 13, 12, 11, 10,
                                           3, 3, 3, 3, 30, 31, 32, 33, 4, 4, 4, 4, 40, 41, 42, 43}));
 }
@@ -44,12 +42,14 @@ TEST(DdsLoadFlip, BlockLevelsOfOneRowStayAsTheyAre) {
 
 TEST(DdsLoadFlip, CubeMapExchangesItsThirdAndFourthFace) {
     const FileHeader header = luminance().with_mips(2).with_caps2(kCubeMap);
-    const vDDSImage image = loaded(dds_file(header, {1, 2, 11, 12, 21, 22, 31, 32, 41, 42, 51, 52}), Flip::yes);
+    const vDDSImage image =
+        loaded(dds_file(header, {1, 2, 11, 12, 21, 22, 31, 32, 41, 42, 51, 52}), Flip::yes);
     const std::uint8_t first[] = {1, 11, 31, 21, 41, 51};
     for (int face = 0; face < 6; ++face) {
         EXPECT_EQ(pixels_of(image[face]), Bytes{first[face]}) << face;
         ASSERT_EQ(image[face].get_num_mipmaps(), 1);
-        EXPECT_EQ(pixels_of(image[face].get_mipmap(0)), Bytes{static_cast<std::uint8_t>(first[face] + 1)}) << face;
+        EXPECT_EQ(pixels_of(image[face].get_mipmap(0)), Bytes{static_cast<std::uint8_t>(first[face] + 1)})
+            << face;
     }
 }
 
@@ -86,7 +86,8 @@ TEST(DdsLoadFlip, Bc6hIsNeitherFlippedNorAreItsFacesExchanged) {
 }
 
 TEST(DdsLoadFlip, DxgiBgraIsFlippedInLinesOfThreeBytesAPixel) {
-    const vDDSImage image = loaded(dds_file(dxgi_header(87).sized(1, 3), {1, 2, 3, 4, 5, 6, 7, 8, 9}), Flip::yes);
+    const vDDSImage image =
+        loaded(dds_file(dxgi_header(87).sized(1, 3), {1, 2, 3, 4, 5, 6, 7, 8, 9}), Flip::yes);
     EXPECT_EQ(pixels_of(image[0]), (Bytes{7, 8, 9, 4, 5, 6, 1, 2, 3}));
 }
 

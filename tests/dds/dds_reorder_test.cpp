@@ -99,12 +99,9 @@ TEST(DdsReorder, ThreeBytePixelsIgnoreTheAlphaMask) {
 }
 
 TEST(DdsReorder, EveryLevelSliceAndFaceIsRewritten) {
-    const FileHeader header = plain_header(kRgb, 24)
-                                  .sized(2, 2)
-                                  .with_depth(3)
-                                  .with_mips(3)
-                                  .with_caps2(kCubeMap)
-                                  .with_masks(0xFF0000, 0xFF00, 0xFF, 0);
+    const FileHeader header =
+        plain_header(kRgb, 24).sized(2, 2).with_depth(3).with_mips(3).with_caps2(kCubeMap).with_masks(
+            0xFF0000, 0xFF00, 0xFF, 0);
     const Bytes file = complete_file(header);
     const vDDSImage image = loaded(file);
     std::size_t at = 128;
@@ -163,7 +160,8 @@ TEST(DdsReorder, SingleChannelsAreLeftAlone) {
 TEST(DdsReorder, BlocksAreLeftAlone) {
     for (std::uint32_t dxgi : {71u, 74u, 77u, 80u, 83u, 95u}) {
         const Bytes plain_file = complete_file(dxgi_header(dxgi).sized(8, 8));
-        const FileHeader header = dxgi_header(dxgi).sized(8, 8).with_masks(0xFF0000, 0xFF00, 0xFF, 0xFF000000);
+        const FileHeader header =
+            dxgi_header(dxgi).sized(8, 8).with_masks(0xFF0000, 0xFF00, 0xFF, 0xFF000000);
         EXPECT_TRUE(same(loaded(complete_file(header)), plain::load(plain_file, false, false))) << dxgi;
     }
 }
@@ -179,11 +177,12 @@ TEST(DdsReorder, IsDecidedAnewForEachFile) {
 
 TEST(DdsReorder, ComesBeforeTheFlip) {
     const FileHeader header = fourcc_header(113).sized(1, 3).with_masks(0xFF0000, 0xFF00, 0xFF, 0xFF000000);
-    const Bytes pixels = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24};
+    const Bytes pixels = {1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12,
+                          13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24};
     // The first three groups of four are rewritten, then the three lines of eight bytes are turned over.
     const vDDSImage image = loaded(dds_file(header, pixels), Flip::yes);
-    EXPECT_EQ(pixels_of(image[0]), (Bytes{17, 18, 19, 20, 21, 22, 23, 24, 11, 10, 9, 12, 13, 14, 15, 16,
-                                          3,  2,  1,  4,  7,  6,  5,  8}));
+    EXPECT_EQ(pixels_of(image[0]),
+              (Bytes{17, 18, 19, 20, 21, 22, 23, 24, 11, 10, 9, 12, 13, 14, 15, 16, 3, 2, 1, 4, 7, 6, 5, 8}));
 }
 
 }  // namespace

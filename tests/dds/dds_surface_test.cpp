@@ -1,7 +1,6 @@
 // One level: creation, copies, assignment, moves and release.
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <type_traits>
 #include <utility>
 

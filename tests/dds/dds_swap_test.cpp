@@ -1,7 +1,6 @@
 // The exchange of two byte ranges that the flip is made of.
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <new>
 
 #include "support/allocation.h"

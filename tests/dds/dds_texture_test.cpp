@@ -1,6 +1,5 @@
 // One face: a base level and the list of its mip levels.
 #include <gtest/gtest.h>
-
 #include <type_traits>
 #include <utility>
 

@@ -52,11 +52,11 @@ TEST(PlainModel, LeavesTheMiddleRowOfBlocks) {
 
 TEST(PlainModel, ReadsTwoLevelsOfALuminanceFile) {
     const auto header = support::plain_header(0x20000, 8).sized(2, 2).with_mips(2);
+    EXPECT_EQ(plain::file_size(support::header_bytes(header)), 133u);
     const plain::Image image = plain::load(support::dds_file(header, {1, 2, 3, 4, 5}), true, false);
     ASSERT_TRUE(image.loaded);
     EXPECT_EQ(image.format, 0);
     EXPECT_EQ(image.components, 1);
-    EXPECT_EQ(image.file_size, 133u);
     ASSERT_EQ(image.faces.size(), 1u);
     ASSERT_EQ(image.faces[0].size(), 2u);
     EXPECT_EQ(image.faces[0][0].bytes, (Bytes{3, 4, 1, 2}));
@@ -67,7 +67,6 @@ TEST(PlainModel, ReadsMissingPixelsAsZeros) {
     const auto header = support::plain_header(0, 8).sized(2, 2);
     const plain::Image image = plain::load(support::dds_file(header, {1, 2, 3}), false, false);
     EXPECT_EQ(image.faces[0][0].bytes, (Bytes{1, 2, 3, 0}));
-    EXPECT_EQ(image.file_size, 132u);
 }
 
 TEST(PlainModel, LaysHeaderFieldsWhereTheFileFormatHasThem) {

@@ -67,45 +67,31 @@ bool reorders(const Image& image, const Masks& masks) {
            image.components != 1;
 }
 
-/// Reads levels one after the other from the pixel data.
-class LevelReader {
-public:
-    LevelReader(const EndlessFile& file, const Header& header, const Image& image, bool flip_image)
-        : file_(file), header_(header), image_(image), flip_image_(flip_image), offset_(header.data_offset) {}
-
-    Level read(int width, int height, int depth) {
-        const std::size_t size = slice_size(image_, width, height) * static_cast<std::size_t>(depth);
-        Level level{width, height, depth, size, file_.bytes_at(offset_, size)};
-        offset_ += size;
-        if (reorders(image_, header_.masks))
-            reorder(level.bytes, width, height, depth, image_.components, header_.masks);
-        if (flip_image_) flip(level.bytes, width, height, depth, image_.format, image_.compressed);
-        return level;
-    }
-
-    std::size_t offset() const { return offset_; }
-
-private:
-    const EndlessFile& file_;
-    const Header& header_;
-    const Image& image_;
-    bool flip_image_;
-    std::size_t offset_;
-};
-
-Face read_face(LevelReader& reader, const Header& header) {
+/// The extents of a face's levels, the base level first, and their sizes; without bytes.
+Face levels_of_face(const Image& image, const Header& header) {
     int width = header.width;
     int height = header.height;
     int depth = header.depth;
     Face face;
-    face.push_back(reader.read(width, height, depth));
-    for (int i = 0; i < header.extra_levels; ++i) {
+    for (int i = 0; i <= std::max(header.extra_levels, 0); ++i) {
+        const std::size_t size = slice_size(image, width, height) * static_cast<std::size_t>(depth);
+        face.push_back({width, height, depth, size, {}});
         width = half(width);
         height = half(height);
         depth = half(depth);
-        face.push_back(reader.read(width, height, depth));
     }
     return face;
+}
+
+int face_count(const Image& image) { return image.cubemap ? 6 : 1; }
+
+/// Fills a level with the bytes at `offset` and gives it the form that it has in memory.
+void read_level(Level& level, const EndlessFile& file, std::size_t offset, const Image& image,
+                const Masks& masks, bool flip_image) {
+    level.bytes = file.bytes_at(offset, level.size);
+    if (reorders(image, masks))
+        reorder(level.bytes, level.width, level.height, level.depth, image.components, masks);
+    if (flip_image) flip(level.bytes, level.width, level.height, level.depth, image.format, image.compressed);
 }
 
 void describe(Image& image, const Header& header) {
@@ -113,41 +99,63 @@ void describe(Image& image, const Header& header) {
     face.push_back({header.width, header.height, header.depth, 1, {}});
     for (int i = 0; i < header.extra_levels; ++i) face.push_back({1, 1, header.depth, 1, {}});
     image.faces.push_back(face);
-    image.file_size = header.data_offset;
 }
 
 void read_pixels(Image& image, const EndlessFile& file, const Header& header, bool flip_image) {
-    LevelReader reader(file, header, image, flip_image);
-    for (int face = 0; face < (image.cubemap ? 6 : 1); ++face)
-        image.faces.push_back(read_face(reader, header));
+    std::size_t offset = header.data_offset;
+    for (int i = 0; i < face_count(image); ++i) {
+        Face face = levels_of_face(image, header);
+        for (Level& level : face) {
+            read_level(level, file, offset, image, header.masks, flip_image);
+            offset += level.size;
+        }
+        image.faces.push_back(face);
+    }
     const bool bc6h = image.format == 15 || image.format == 16;
     if (image.cubemap && flip_image && !bc6h) std::swap(image.faces[2], image.faces[3]);
-    image.file_size = reader.offset();
     image.valid = true;
+}
+
+/// All fields but the faces.
+Image read_format(const Header& header) {
+    Image image;
+    image.cubemap = (header.caps2 & support::kCubeMap) != 0;
+    image.volume = (header.caps2 & support::kVolume) != 0 && header.has_depth;
+    const FormatDecision decision = decide_format(header.pixel_format);
+    image.messages = decision.messages;
+    image.loaded = decision.supported;
+    if (!decision.supported) return image;
+    image.format = decision.format;
+    image.components = decision.components;
+    image.bits_per_component = decision.bits;
+    image.compressed = decision.format >= 8;
+    return image;
 }
 
 }  // namespace
 
 Image load(const Bytes& bytes, bool flip_image, bool header_only) {
     const EndlessFile file(bytes);
-    Image image;
-    if (file.number_at(0) != support::four_cc("DDS ")) return image;
+    if (file.number_at(0) != support::four_cc("DDS ")) return {};
     const Header header = read_header(file);
-    image.cubemap = (header.caps2 & support::kCubeMap) != 0;
-    image.volume = (header.caps2 & support::kVolume) != 0 && header.has_depth;
-    const FormatDecision decision = decide_format(header.pixel_format);
-    image.messages = decision.messages;
-    if (!decision.supported) return image;
-    image.format = decision.format;
-    image.components = decision.components;
-    image.bits_per_component = decision.bits;
-    image.compressed = decision.format >= 8;
+    Image image = read_format(header);
+    if (!image.loaded) return image;
     if (header_only)
         describe(image, header);
     else
         read_pixels(image, file, header, flip_image);
-    image.loaded = true;
     return image;
+}
+
+std::size_t file_size(const Bytes& headers) {
+    const EndlessFile file(headers);
+    const Header header = read_header(file);
+    const Image image = read_format(header);
+    std::size_t size = header.data_offset;
+    if (!image.loaded) return size;
+    for (const Level& level : levels_of_face(image, header))
+        size += level.size * static_cast<std::size_t>(face_count(image));
+    return size;
 }
 
 std::size_t slice_size(const Image& image, int width, int height) {

@@ -39,12 +39,14 @@ struct Image {
     bool volume = false;
     bool valid = false;
     std::vector<Face> faces;
-    std::vector<std::string> messages;  // texts logged on the way
-    std::size_t file_size = 0;          // bytes that the header promises, headers included
+    std::vector<std::string> messages;  // logged on the way
 };
 
 /// Decodes a file. Bytes that the header promises and the file lacks read as zero.
 Image load(const Bytes& file, bool flip_image, bool header_only);
+
+/// Bytes that the headers promise, headers included; only the headers' own where the format is refused.
+std::size_t file_size(const Bytes& headers);
 
 /// Bytes of one slice of a level.
 std::size_t slice_size(const Image& image, int width, int height);

@@ -62,6 +62,8 @@ public:
         if (!format) format = "";
         std::va_list again;
         va_copy(again, arguments);
+        // The analyzer does not follow a list of arguments into a constructor.
+        // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized)
         const int length = std::vsnprintf(fixed_, sizeof fixed_, format, arguments);
         if (length < 0) {
             text_ = format;
