@@ -121,8 +121,9 @@ TEST(DdsAllocationFailure, TextureCopyReleasesWhatItHadBuilt) {
     EXPECT_GE(count, 4u);
 }
 
-// The base level is assigned first, then the mip levels are dropped, then copies are appended in order.
-TEST(DdsAllocationFailure, TextureAssignmentKeepsTheLevelsAssignedSoFar) {
+// The base level is assigned first, then the mip levels are dropped, then copies are appended in order: what
+// is in the list is always the first of the source's levels.
+TEST(DdsAllocationFailure, TextureAssignmentLeavesNoLevelOfTheOldChainBesideANewBase) {
     const vDDSTexture source = filled_texture(64, {16, 4, 1}, 3);
     const std::size_t count = fail_each_allocation([&](Attempt& attempt) {
         vDDSTexture target = filled_texture(100, {25, 6, 2}, 9);
@@ -133,7 +134,7 @@ TEST(DdsAllocationFailure, TextureAssignmentKeepsTheLevelsAssignedSoFar) {
                 EXPECT_EQ(pixels_of(target.get_mipmap(0)), random_bytes(25, 10));
             } else {
                 EXPECT_EQ(pixels_of(target), pixels_of(source));
-                ASSERT_EQ(target.get_num_mipmaps(), static_cast<int>(attempt.index()) - 1);
+                ASSERT_LT(target.get_num_mipmaps(), static_cast<int>(attempt.index()));
                 for (int i = 0; i < target.get_num_mipmaps(); ++i)
                     EXPECT_EQ(pixels_of(target.get_mipmap(i)), pixels_of(source.get_mipmap(i)));
             }

@@ -8,6 +8,7 @@
 #include "support/allocation.h"
 #include "support/dds_check.h"
 #include "support/dds_private.h"
+#include "support/taken.h"
 #include "vDDSImage.h"
 
 namespace {
@@ -16,6 +17,7 @@ using namespace dds_private;
 using support::AllocationRecorder;
 using support::Bytes;
 using support::random_bytes;
+using support::taken_by;
 
 using Sizes = std::vector<std::size_t>;
 
@@ -160,10 +162,9 @@ TEST(DdsBlockRoutines, NullBlocksDoNothing) {
 TEST(DdsBlockRoutines, OnlyBc2TakesMemory) {
     for (const Routine& routine : kRoutines) {
         Bytes bytes = random_bytes(routine.block_size * 3, 5);
-        const AllocationRecorder recorder;
-        routine.flip(bytes, 3);
-        EXPECT_EQ(recorder.sizes(), Sizes(3 * routine.allocations_per_block, 2)) << routine.name;
-        EXPECT_EQ(recorder.releases(), recorder.allocations());
+        const auto taken = taken_by([&] { routine.flip(bytes, 3); });
+        EXPECT_EQ(taken.sizes, Sizes(3 * routine.allocations_per_block, 2)) << routine.name;
+        EXPECT_EQ(taken.releases, taken.sizes.size());
     }
 }
 
@@ -220,9 +221,9 @@ TEST(DdsBlockRowDriver, TakesTheTopRowThenTheBottomRowThenTheNextPair) {
 
 TEST(DdsBlockRowDriver, ExchangesRowsBehindTheRoutine) {
     Bytes bytes = {1, 1, 1, 1, 10, 11, 12, 13, 2, 2, 2, 2, 20, 21, 22, 23, 3, 3, 3, 3, 30, 31, 32, 33};
-    const AllocationRecorder recorder;
-    flip_block_rows()(support::chars(bytes), 1, 3, 8, flip_blocks_dxtc1());
-    EXPECT_EQ(recorder.sizes(), Sizes{8});
+    const auto taken =
+        taken_by([&] { flip_block_rows()(support::chars(bytes), 1, 3, 8, flip_blocks_dxtc1()); });
+    EXPECT_EQ(taken.sizes, Sizes{8});
     EXPECT_EQ(bytes,
               (Bytes{3, 3, 3, 3, 33, 32, 31, 30, 2, 2, 2, 2, 20, 21, 22, 23, 1, 1, 1, 1, 13, 12, 11, 10}));
 }

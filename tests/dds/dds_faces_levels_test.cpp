@@ -6,6 +6,7 @@
 #include "support/allocation.h"
 #include "support/dds_check.h"
 #include "support/dds_private.h"
+#include "support/taken.h"
 #include "vDDSImage.h"
 
 namespace {
@@ -272,9 +273,9 @@ TEST(DdsLoad, TakesOneBufferALevelAndCopiesNone) {
     const FileHeader header = luminance().sized(77, 52).with_mips(3).with_caps2(kCubeMap);
     const Bytes file = complete_file(header);
     vDDSImage image;
-    const AllocationRecorder recorder;
-    ASSERT_TRUE(image.loadFromBuffer(file.data(), static_cast<int>(file.size()), false, false));
-    const std::vector<std::size_t> sizes = recorder.sizes();
+    const auto taken = taken_by(
+        [&] { EXPECT_TRUE(image.loadFromBuffer(file.data(), static_cast<int>(file.size()), false, false)); });
+    const std::vector<std::size_t> sizes = taken.sizes;
     for (std::size_t size : {77u * 52, 38u * 26, 19u * 13})
         EXPECT_EQ(std::count(sizes.begin(), sizes.end(), size), 6) << size;
 }

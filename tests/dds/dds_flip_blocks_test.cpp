@@ -6,6 +6,7 @@
 
 #include "support/allocation.h"
 #include "support/dds_check.h"
+#include "support/taken.h"
 #include "vDDSImage.h"
 
 namespace {
@@ -15,6 +16,7 @@ using support::AllocationRecorder;
 using support::Bytes;
 using support::chars;
 using support::random_bytes;
+using support::taken_by;
 
 using Sizes = std::vector<std::size_t>;
 
@@ -148,20 +150,18 @@ TEST(DdsFlipBlocks, TakesOneTemporaryOfARowForEachExchange) {
     for (Type format : {DXT1, DXT5, BC4U, BC4S, BC5U, BC5S}) {
         const std::size_t row = 3 * block_size(format);
         Bytes bytes = random_bytes(5 * row, 8);
-        const AllocationRecorder recorder;
-        flip_blocks(bytes, 12, 20, format);
-        EXPECT_EQ(recorder.sizes(), (Sizes{row, row})) << format;
-        EXPECT_EQ(recorder.releases(), 2u);
+        const auto taken = taken_by([&] { flip_blocks(bytes, 12, 20, format); });
+        EXPECT_EQ(taken.sizes, (Sizes{row, row})) << format;
+        EXPECT_EQ(taken.releases, 2u);
     }
 }
 
 // Two exchanges of two bytes for each of the four blocks, then the rows.
 TEST(DdsFlipBlocks, Bc2TakesTwoBytesForEveryAlphaExchangeToo) {
     Bytes bytes = random_bytes(64, 9);
-    const AllocationRecorder recorder;
-    flip_blocks(bytes, 8, 8, DXT3);
-    EXPECT_EQ(recorder.sizes(), (Sizes{2, 2, 2, 2, 2, 2, 2, 2, 32}));
-    EXPECT_EQ(recorder.releases(), 9u);
+    const auto taken = taken_by([&] { flip_blocks(bytes, 8, 8, DXT3); });
+    EXPECT_EQ(taken.sizes, (Sizes{2, 2, 2, 2, 2, 2, 2, 2, 32}));
+    EXPECT_EQ(taken.releases, 9u);
 }
 
 TEST(DdsFlipBlocks, SignedAndUnsignedFormatsAreFlippedAlike) {

@@ -5,6 +5,7 @@
 
 #include "support/allocation.h"
 #include "support/dds_check.h"
+#include "support/taken.h"
 #include "vDDSImage.h"
 
 namespace {
@@ -13,6 +14,7 @@ using support::AllocationRecorder;
 using support::Bytes;
 using support::chars;
 using support::random_bytes;
+using support::taken_by;
 
 using Sizes = std::vector<std::size_t>;
 using Format = TOZ::SUPPORTED_FORMAT::Type;
@@ -51,10 +53,9 @@ TEST(DdsFlipLines, EachSliceOfAVolumeIsFlippedWithinItself) {
 
 TEST(DdsFlipLines, TakesOneTemporaryForEachExchangedPair) {
     Bytes bytes = random_bytes(2 * 7 * 10, 1);
-    const AllocationRecorder recorder;
-    flip_lines(bytes, 7, 2);
-    EXPECT_EQ(recorder.sizes(), (Sizes{10, 10, 10, 10, 10, 10})) << "three pairs in each of two slices";
-    EXPECT_EQ(recorder.releases(), 6u);
+    const auto taken = taken_by([&] { flip_lines(bytes, 7, 2); });
+    EXPECT_EQ(taken.sizes, (Sizes{10, 10, 10, 10, 10, 10})) << "three pairs in each of two slices";
+    EXPECT_EQ(taken.releases, 6u);
 }
 
 TEST(DdsFlipLines, OfOneByteAreExchangedWithoutATemporary) {

@@ -6,6 +6,7 @@
 #include "support/allocation.h"
 #include "support/dds_check.h"
 #include "support/dds_private.h"
+#include "support/taken.h"
 #include "vDDSImage.h"
 
 namespace {
@@ -108,9 +109,8 @@ TEST(DdsImage, ClearKeepsTheListsStorage) {
     vDDSImage image = cube_image();
     const vDDSTexture* storage = textures(image).data();
     const std::size_t capacity = textures(image).capacity();
-    const AllocationRecorder recorder;
-    image.clear();
-    EXPECT_EQ(recorder.releases(), 6u * (3u + 1u)) << "three levels and the mip list of each face";
+    const auto taken = taken_by([&] { image.clear(); });
+    EXPECT_EQ(taken.releases, 6u * (3u + 1u)) << "three levels and the mip list of each face";
     EXPECT_EQ(textures(image).capacity(), capacity);
     EXPECT_EQ(textures(image).data(), storage);
 }

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
-#include "support/allocation.h"
 #include "support/dds_check.h"
+#include "support/taken.h"
 #include "vDDSImage.h"
 
 namespace {
@@ -107,14 +107,15 @@ TEST(DdsLoadFlip, NegativeHeightIsNotFlipped) {
 TEST(DdsLoadFlip, TakesNoSecondCopyOfALevel) {
     const Bytes file = complete_file(luminance().sized(77, 53).with_mips(2));
     vDDSImage image;
-    const AllocationRecorder recorder;
-    ASSERT_TRUE(image.loadFromBuffer(file.data(), static_cast<int>(file.size()), true, false));
-    const std::vector<std::size_t> sizes = recorder.sizes();
-    const auto taken = [&](std::size_t size) { return std::count(sizes.begin(), sizes.end(), size); };
-    EXPECT_EQ(taken(77 * 53), 1);
-    EXPECT_EQ(taken(38 * 26), 1);
-    EXPECT_EQ(taken(77), 26);
-    EXPECT_EQ(taken(38), 13);
+    const auto taken = taken_by(
+        [&] { EXPECT_TRUE(image.loadFromBuffer(file.data(), static_cast<int>(file.size()), true, false)); });
+    const auto blocks = [&](std::size_t size) {
+        return std::count(taken.sizes.begin(), taken.sizes.end(), size);
+    };
+    EXPECT_EQ(blocks(77 * 53), 1);
+    EXPECT_EQ(blocks(38 * 26), 1);
+    EXPECT_EQ(blocks(77), 26);
+    EXPECT_EQ(blocks(38), 13);
 }
 
 }  // namespace

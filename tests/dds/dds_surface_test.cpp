@@ -6,6 +6,7 @@
 
 #include "support/allocation.h"
 #include "support/dds_check.h"
+#include "support/taken.h"
 #include "vDDSImage.h"
 
 namespace {
@@ -36,9 +37,9 @@ TEST(DdsSurface, EmptySurfaceTakesNoMemory) {
 }
 
 TEST(DdsSurface, ConstructionTakesOneBufferOfTheGivenSize) {
-    const support::AllocationRecorder recorder;
+    const auto taken = support::taken_by([] { vDDSSurface(3, 5, 2, 91); });
+    EXPECT_EQ(taken.sizes, std::vector<std::size_t>{91});
     const vDDSSurface surface(3, 5, 2, 91);
-    EXPECT_EQ(recorder.sizes(), std::vector<std::size_t>{91});
     expect_values(surface, 3, 5, 2, 91);
     EXPECT_NE(pixels(surface), nullptr);
 }
@@ -62,19 +63,17 @@ TEST(DdsSurface, SizeZeroStillOwnsABlock) {
 
 TEST(DdsSurface, CreateReplacesValuesAndBuffer) {
     vDDSSurface surface(4, 4, 1, 64);
-    const support::AllocationRecorder recorder;
-    surface.create(1, 2, 3, 24);
-    EXPECT_EQ(recorder.sizes(), std::vector<std::size_t>{24});
-    EXPECT_EQ(recorder.releases(), 1u);
+    const auto taken = support::taken_by([&] { surface.create(1, 2, 3, 24); });
+    EXPECT_EQ(taken.sizes, std::vector<std::size_t>{24});
+    EXPECT_EQ(taken.releases, 1u);
     expect_values(surface, 1, 2, 3, 24);
 }
 
 TEST(DdsSurface, CreateWithTheSameSizeReplacesTheBufferToo) {
     vDDSSurface surface(4, 4, 1, 64);
-    const support::AllocationRecorder recorder;
-    surface.create(4, 4, 1, 64);
-    EXPECT_EQ(recorder.allocations(), 1u);
-    EXPECT_EQ(recorder.releases(), 1u);
+    const auto taken = support::taken_by([&] { surface.create(4, 4, 1, 64); });
+    EXPECT_EQ(taken.sizes.size(), 1u);
+    EXPECT_EQ(taken.releases, 1u);
 }
 
 TEST(DdsSurface, DestructionReleasesTheBuffer) {
@@ -96,9 +95,8 @@ TEST(DdsSurface, DestructionThroughTheBaseClassReleasesAWholeTexture) {
 
 TEST(DdsSurface, ClearReleasesThePixelsAndKeepsTheValues) {
     vDDSSurface surface(4, 2, 1, 32);
-    const support::AllocationRecorder recorder;
-    surface.clear();
-    EXPECT_EQ(recorder.releases(), 1u);
+    const auto taken = support::taken_by([&] { surface.clear(); });
+    EXPECT_EQ(taken.releases, 1u);
     EXPECT_EQ(pixels(surface), nullptr);
     expect_values(surface, 4, 2, 1, 32);
 }
@@ -131,9 +129,8 @@ TEST(DdsSurfaceCopy, HasValuesAndPixelsOfItsOwn) {
 
 TEST(DdsSurfaceCopy, TakesOneBuffer) {
     const vDDSSurface source(4, 2, 1, 33);
-    const support::AllocationRecorder recorder;
-    const vDDSSurface copy(source);
-    EXPECT_EQ(recorder.sizes(), std::vector<std::size_t>{33});
+    const auto taken = support::taken_by([&] { const vDDSSurface copy(source); });
+    EXPECT_EQ(taken.sizes, std::vector<std::size_t>{33});
 }
 
 TEST(DdsSurfaceCopy, OfAnEmptySurfaceIsEmpty) {
@@ -172,10 +169,9 @@ TEST(DdsSurfaceAssignment, ReplacesValuesAndPixels) {
 TEST(DdsSurfaceAssignment, TakesOneBufferAndReleasesOne) {
     const vDDSSurface source(4, 2, 3, 96);
     vDDSSurface target(1, 1, 1, 4);
-    const support::AllocationRecorder recorder;
-    target = source;
-    EXPECT_EQ(recorder.sizes(), std::vector<std::size_t>{96});
-    EXPECT_EQ(recorder.releases(), 1u);
+    const auto taken = support::taken_by([&] { target = source; });
+    EXPECT_EQ(taken.sizes, std::vector<std::size_t>{96});
+    EXPECT_EQ(taken.releases, 1u);
 }
 
 TEST(DdsSurfaceAssignment, ToItselfDoesNothing) {
@@ -200,10 +196,9 @@ TEST(DdsSurfaceAssignment, FromAnEmptySurfaceKeepsTheExtentWithoutPixels) {
 TEST(DdsSurfaceAssignment, FromAnEmptySurfaceReleasesTheOldPixels) {
     vDDSSurface target(4, 4, 1, 64);
     const vDDSSurface empty;
-    const support::AllocationRecorder recorder;
-    target = empty;
-    EXPECT_EQ(recorder.releases(), 1u);
-    EXPECT_EQ(recorder.allocations(), 0u);
+    const auto taken = support::taken_by([&] { target = empty; });
+    EXPECT_EQ(taken.releases, 1u);
+    EXPECT_EQ(taken.sizes.size(), 0u);
 }
 
 TEST(DdsSurfaceAssignment, FromAClearedSurfaceTakesNothingOfItsExtent) {

@@ -6,6 +6,7 @@
 #include "support/allocation.h"
 #include "support/dds_check.h"
 #include "support/dds_private.h"
+#include "support/taken.h"
 #include "vDDSImage.h"
 
 namespace {
@@ -13,6 +14,7 @@ namespace {
 using support::AllocationRecorder;
 using support::Bytes;
 using support::random_bytes;
+using support::taken_by;
 
 using Sizes = std::vector<std::size_t>;
 
@@ -22,10 +24,9 @@ TEST(DdsSwap, ExchangesBytesThroughOneTemporary) {
         Bytes b = random_bytes(n + 1, 2);
         const Bytes old_a = a;
         const Bytes old_b = b;
-        const AllocationRecorder recorder;
-        dds_private::swap()(a.data(), b.data(), n);
-        EXPECT_EQ(recorder.sizes(), Sizes{n});
-        EXPECT_EQ(recorder.releases(), 1u);
+        const auto taken = taken_by([&] { dds_private::swap()(a.data(), b.data(), n); });
+        EXPECT_EQ(taken.sizes, Sizes{n});
+        EXPECT_EQ(taken.releases, 1u);
         for (std::size_t i = 0; i <= n; ++i) {
             EXPECT_EQ(a[i], i < n ? old_b[i] : old_a[i]) << n << ", " << i;
             EXPECT_EQ(b[i], i < n ? old_a[i] : old_b[i]) << n << ", " << i;
@@ -82,10 +83,9 @@ TEST(DdsSwapMemcopy, TakesATemporaryForAnySize) {
         Bytes expected_b = b;
         std::swap_ranges(expected_a.begin(), expected_a.begin() + static_cast<std::ptrdiff_t>(n),
                          expected_b.begin());
-        const AllocationRecorder recorder;
-        dds_private::swap_memcopy()(a.data(), b.data(), n);
-        EXPECT_EQ(recorder.sizes(), Sizes{n});
-        EXPECT_EQ(recorder.releases(), 1u);
+        const auto taken = taken_by([&] { dds_private::swap_memcopy()(a.data(), b.data(), n); });
+        EXPECT_EQ(taken.sizes, Sizes{n});
+        EXPECT_EQ(taken.releases, 1u);
         EXPECT_EQ(a, expected_a);
         EXPECT_EQ(b, expected_b);
     }

@@ -6,6 +6,7 @@
 #include "support/allocation.h"
 #include "support/dds_check.h"
 #include "support/dds_private.h"
+#include "support/taken.h"
 #include "vDDSImage.h"
 
 namespace {
@@ -87,9 +88,8 @@ TEST(DdsTextureCopy, HasIndependentLevels) {
 
 TEST(DdsTextureCopy, TakesOneBufferALevel) {
     const vDDSTexture source = filled_texture(6400, {1600, 401}, 2);
-    const support::AllocationRecorder recorder;
-    const vDDSTexture copy(source);
-    std::vector<std::size_t> sizes = recorder.sizes();
+    const auto taken = support::taken_by([&] { const vDDSTexture copy(source); });
+    std::vector<std::size_t> sizes = taken.sizes;
     for (std::size_t size : {6400u, 1600u, 401u}) EXPECT_EQ(std::erase(sizes, size), 1u) << size;
     EXPECT_LE(sizes.size(), 1u) << "beside the pixels only the list's storage";
 }
@@ -137,10 +137,9 @@ TEST(DdsTextureAssignment, ReusesTheListsStorage) {
     const vDDSTexture source = filled_texture(6400, {1600, 401}, 5);
     vDDSTexture target = filled_texture(100, {25, 6, 1}, 6);
     const vDDSSurface* storage = mipmaps(target).data();
-    const support::AllocationRecorder recorder;
-    target = source;
-    EXPECT_EQ(recorder.sizes(), (std::vector<std::size_t>{6400, 1600, 401})) << "base first, then in order";
-    EXPECT_EQ(recorder.releases(), 4u);
+    const auto taken = support::taken_by([&] { target = source; });
+    EXPECT_EQ(taken.sizes, (std::vector<std::size_t>{6400, 1600, 401})) << "base first, then in order";
+    EXPECT_EQ(taken.releases, 4u);
     EXPECT_EQ(mipmaps(target).data(), storage);
 }
 

@@ -11,7 +11,7 @@ FormatDecision refuse() { return {false, 2, 0, 8, {}}; }
 
 FormatDecision refuse_with(const std::string& message) { return {false, 2, 0, 8, {message}}; }
 
-const FormatRow* find(const std::vector<FormatRow>& rows, std::uint32_t number) {
+const FormatRow* find(std::span<const FormatRow> rows, std::uint32_t number) {
     for (const FormatRow& row : rows)
         if (row.number == number) return &row;
     return nullptr;
@@ -30,8 +30,8 @@ FormatDecision decide_plain(const PixelFormat& pixel_format) {
 
 }  // namespace
 
-const std::vector<FormatRow>& dxgi_rows() {
-    static const std::vector<FormatRow> rows = {
+std::span<const FormatRow> dxgi_rows() {
+    static constexpr FormatRow rows[] = {
         {6, 6, 3, 32},  {10, 4, 4, 16}, {41, 5, 1, 32}, {71, 8, 3, 8},  {74, 9, 4, 8},
         {77, 10, 4, 8}, {80, 11, 1, 8}, {81, 12, 1, 8}, {83, 13, 2, 8}, {84, 14, 2, 8},
         {87, 3, 3, 8},  {95, 16, 3, 8}, {96, 15, 3, 8},
@@ -39,8 +39,8 @@ const std::vector<FormatRow>& dxgi_rows() {
     return rows;
 }
 
-const std::vector<FormatRow>& fourcc_rows() {
-    static const std::vector<FormatRow> rows = {
+std::span<const FormatRow> fourcc_rows() {
+    static constexpr FormatRow rows[] = {
         {four_cc("DXT1"), 8, 3, 8},
         {four_cc("DXT3"), 9, 4, 8},
         {four_cc("DXT5"), 10, 4, 8},
@@ -57,8 +57,8 @@ const std::vector<FormatRow>& fourcc_rows() {
     return rows;
 }
 
-const std::vector<PlainRow>& plain_rows() {
-    static const std::vector<PlainRow> rows = {
+std::span<const PlainRow> plain_rows() {
+    static constexpr PlainRow rows[] = {
         {0x41, 32, 2, 4}, {0x41, 8, 0, 1}, {0x40, 32, 2, 4}, {0x40, 24, 1, 3}, {0x40, 8, 0, 1},
     };
     return rows;

@@ -3,6 +3,7 @@
 #define TESTS_SUPPORT_PLAIN_FORMATS_H
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -40,9 +41,9 @@ struct PlainRow {
 };
 
 /// The accepted DXGI formats, FourCC codes, and pairs of flags 0x40 and 0x41 with a bit count.
-const std::vector<FormatRow>& dxgi_rows();
-const std::vector<FormatRow>& fourcc_rows();
-const std::vector<PlainRow>& plain_rows();
+std::span<const FormatRow> dxgi_rows();
+std::span<const FormatRow> fourcc_rows();
+std::span<const PlainRow> plain_rows();
 
 FormatDecision decide_format(const PixelFormat& pixel_format);
 
