@@ -126,7 +126,7 @@ public:
         } else {
             file_.read(level, level.get_size());
         }
-        if (flip_ && (!layout_.compressed || slices_hold_blocks(level))) {
+        if (flip_ && (layout_.compressed ? slices_hold_blocks(level) : slices_hold_lines(level))) {
             vDDSImage::flip(level, level.get_width(), level.get_height(), level.get_depth(), level.get_size(),
                             layout_.format, layout_.compressed);
         }
@@ -151,8 +151,8 @@ private:
         }
     }
 
-    // The size of a level with absurd extents can have wrapped around to less than its pixels or blocks
-    // take; such a level is read but not walked by its extents.
+    // The size of a level with absurd extents can have wrapped around to less than its pixels, blocks or
+    // lines take; such a level is read but not walked by its extents.
     bool slices_hold_pixels(const vDDSSurface& level) const {
         const int width = level.get_width();
         const int height = level.get_height();
@@ -166,6 +166,11 @@ private:
         return width > 0 && height > 0 &&
                area((width - 1) / 4 + 1, (height - 1) / 4 + 1) <=
                    slice_size(level) / block_size(layout_.format);
+    }
+
+    static bool slices_hold_lines(const vDDSSurface& level) {
+        const int height = level.get_height();
+        return height > 0 && static_cast<std::size_t>(height) <= slice_size(level);
     }
 
     static std::uint64_t area(int width, int height) {

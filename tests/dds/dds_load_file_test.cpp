@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <vector>
 
+#include "support/allocation.h"
 #include "support/dds_check.h"
 #include "support/dds_file.h"
 #include "support/log_capture.h"
@@ -149,6 +150,33 @@ TEST(DdsLoadFile, AFileOver2GiBIsReadToItsEnd) {
     EXPECT_EQ(pixels[0], 0);
 }
 
+TEST(DdsLoadFile, AFailingAllocationLeaksNothingAndTheImageCanLoadAgain) {
+    const TemporaryFolder folder;
+    const Bytes file = complete_file(bgra_header().sized(4, 4).with_mips(3));
+    const std::string path = folder.write("image.dds", text(file));
+    const plain::Image expected = plain::load(file, true, false);
+    bool fired = true;
+    for (std::size_t index = 0; fired; ++index) {
+        SCOPED_TRACE(index);
+        const auto before = live_blocks();
+        {
+            vDDSImage image;
+            {
+                const FailAllocation failure(index);
+                try {
+                    image.load(path, true, false);
+                } catch (const std::bad_alloc&) {
+                    EXPECT_FALSE(image.is_valid());
+                }
+                fired = failure.fired();
+            }
+            ASSERT_TRUE(image.load(path, true, false));
+            ASSERT_TRUE(same(image, expected));
+        }
+        ASSERT_EQ(live_blocks(), before);
+    }
+}
+
 TEST(DdsLoadFile, LevelsThatNoMemoryHoldsEndInTheAllocationException) {
     const TemporaryFolder folder;
     const Bytes file = header_bytes(fourcc_header(116).sized(1U << 24, 1U << 24));
@@ -171,7 +199,7 @@ TEST(DdsLoadFile, AMipCountOfBillionsEndsInTheAllocationExceptionAtOnce) {
     EXPECT_FALSE(image.is_valid());
 }
 
-// Extents whose level size wraps around to nothing: there are no pixels to walk.
+// Extents whose level size wraps around to next to nothing: there are no pixels to walk.
 TEST(DdsLoadFile, ExtentsWhoseSizeWrapsAroundAreNeitherReorderedNorFlippedOutOfBounds) {
     const TemporaryFolder folder;
     const struct {
@@ -184,6 +212,7 @@ TEST(DdsLoadFile, ExtentsWhoseSizeWrapsAroundAreNeitherReorderedNorFlippedOutOfB
         {fourcc_header(four_cc("DXT1")).sized(0x80000000U, 64), 0},
         {fourcc_header(four_cc("ATI2")).sized(8, 0x80000000U), 0},
         {dxgi_header(95).sized(1U << 16, 1U << 18), 0},
+        {plain_header(0x20000, 8).sized(769546, 494770).with_depth(48448661), 4},  // 2^64 + 4 bytes
         {bgra_header().sized(0, 5), 0},
         {bgra_header().sized(5, 0), 0},
         {fourcc_header(four_cc("DXT1")).sized(0, 64), 0},
