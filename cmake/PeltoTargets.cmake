@@ -1,5 +1,19 @@
 # What all targets of this project share.
 
+# A release may break the binary interface when its major number changes, before 1.0 with each minor one.
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+    set(PELTO_SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+else()
+    set(PELTO_SOVERSION ${PROJECT_VERSION_MAJOR})
+endif()
+
+# An installed library or program finds the libraries beside it from its own place.
+if(APPLE)
+    set(PELTO_ORIGIN "@loader_path")
+else()
+    set(PELTO_ORIGIN "$ORIGIN")
+endif()
+
 # Language level, hidden symbols and warnings, for this project's own sources alone.
 function(pelto_target_defaults target)
     target_compile_features(${target} PRIVATE cxx_std_20)
@@ -9,7 +23,7 @@ function(pelto_target_defaults target)
         VISIBILITY_INLINES_HIDDEN ON
         POSITION_INDEPENDENT_CODE ON)
     if(MSVC)
-        target_compile_options(${target} PRIVATE /W4)
+        target_compile_options(${target} PRIVATE /W4 /wd4324)
         target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
     else()
         # Calls inside a library are not for others to intercept, which lets the compiler inline them.
@@ -33,19 +47,23 @@ function(pelto_library target macro)
     endif()
     set_target_properties(${target} PROPERTIES
         VERSION ${PROJECT_VERSION}
-        SOVERSION ${PROJECT_VERSION_MAJOR})
+        SOVERSION ${PELTO_SOVERSION}
+        INSTALL_RPATH "${PELTO_ORIGIN}")
 
     set(prefixed "${PROJECT_BINARY_DIR}/include/PeltoKernelTools")
     file(MAKE_DIRECTORY "${prefixed}")
     foreach(header IN LISTS arg_HEADERS)
         file(CREATE_LINK "${arg_INCLUDE}/${header}" "${prefixed}/${header}" COPY_ON_ERROR SYMBOLIC)
-        install(FILES "${arg_INCLUDE}/${header}" DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/PeltoKernelTools)
     endforeach()
+    list(TRANSFORM arg_HEADERS PREPEND "${arg_INCLUDE}/")
     target_include_directories(${target} PUBLIC
         "$<BUILD_INTERFACE:${arg_INCLUDE}>"
         "$<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>"
         "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/PeltoKernelTools>"
         "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
 
-    install(TARGETS ${target} EXPORT PeltoKernelToolsTargets)
+    if(PELTO_INSTALL)
+        install(TARGETS ${target} EXPORT PeltoKernelToolsTargets)
+        install(FILES ${arg_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/PeltoKernelTools)
+    endif()
 endfunction()

@@ -12,7 +12,7 @@
 // and in the Khronos Data Format Specification, the DXGI_FORMAT numbers in the DXGI reference.
 //
 // Errors: loaders and assembly return false, and say why in the kernel log where noted. The only
-// exception that leaves these classes is std::bad_alloc.
+// exception of these classes is std::bad_alloc; one that a log sink throws leaves the loaders too.
 //
 // Threads: distinct objects are independent; one object may be read by several threads while none
 // changes it. Nothing here starts threads or takes locks.
@@ -102,6 +102,11 @@ struct BC5ColBlock {
 
 }  // namespace TOZ
 
+#if defined(_MSC_VER)
+#pragma warning(push)
+#pragma warning(disable : 4251)  // members of standard types: library and user share one runtime
+#endif
+
 /// One level: width x height x depth pixels in one owned buffer.
 ///
 /// A null pixel pointer means that the surface holds no pixels, whatever its dimensions and size say:
@@ -166,6 +171,7 @@ public:
     vDDSTexture(vDDSTexture&& other) noexcept;
 
     /// Assigns the base level by the rule of vDDSSurface's assignment, and replaces the mip levels by copies.
+    /// When a mip level cannot be allocated, the base level is the source's and there are no mip levels.
     vDDSTexture& operator=(const vDDSTexture& other);
 
     ~vDDSTexture() override;
@@ -197,7 +203,7 @@ public:
     vDDSImage(vDDSImage&& other) noexcept;
 
     /// Copies everything; the textures are replaced. When a level cannot be allocated the image is left
-    /// with the source's format and flags and without textures.
+    /// with the source's format and flags, is_valid() included, and without textures.
     vDDSImage& operator=(const vDDSImage& other);
 
     /// Takes everything over without copying a pixel; the source is left as after clear().
@@ -233,7 +239,7 @@ public:
     bool is_compressed() const;  ///< the levels are 4x4-pixel blocks
     bool is_cubemap() const;     ///< the header announced six faces
     bool is_volume() const;      ///< the header announced a volume
-    bool is_valid() const;       ///< a full load succeeded: the pixels are there
+    bool is_valid() const;       ///< a full load succeeded
 
     /// Loads the DDS file `fileName` (in the C runtime's fopen encoding).
     ///
@@ -242,12 +248,16 @@ public:
     /// mip levels, every surface holds a single byte, and is_valid() stays false.
     ///
     /// Returns true on success. On false the image is cleared (flags from the header may be set), except
-    /// that a file which cannot be opened, or whose length cannot be told, leaves it as it was. An
-    /// unsupported pixel format is named in the kernel log at level 4.
+    /// that a file which cannot be opened, or whose length cannot be told (a pipe, some directories), leaves
+    /// it as it was. The kernel log hears at level 4 of an unsupported DXGI format and of unsupported
+    /// uncompressed pixels; an unknown FourCC and a file that is no DDS file are silent.
     ///
     /// Hostile files: no memory outside the file's bytes is read; what the header promises and the file
-    /// lacks reads as zero. The header's sizes are believed: levels that do not fit into memory end in
-    /// std::bad_alloc (the faces read before stay, is_valid() is false).
+    /// lacks reads as zero. But the header's sizes are believed, and such zeros take real memory: a small
+    /// file can ask for all of it. Where the system refuses a level, std::bad_alloc leaves the call: the
+    /// faces read before stay, is_valid() is false. (The exchange of the faces of a flipped cube map is by
+    /// assignment; failing there can leave one of the two without pixels.) Where it refuses the buffer for
+    /// the file, the image is as it was.
     bool load(std::string fileName, bool flipImage, bool headerOnly);
 
     /// As load, for a complete DDS file in memory, which stays the caller's and is only read.
@@ -265,8 +275,10 @@ public:
     /// of block rows stays as it is, only the first slice of a volume is flipped, and formats without a
     /// flip (BC6H) are left alone.
     ///
-    /// Each exchange takes a temporary of one line or block row from the global allocation function;
-    /// when that throws, the exchanges made so far stay. `height` and `depth` must not be 0.
+    /// Each exchange takes a temporary of one line or block row from the global allocation function; when
+    /// that throws, the data is left partly flipped. The data must hold what the arguments say: uncompressed,
+    /// `height` lines of at least one byte in each slice, with `height` and `depth` not 0; compressed,
+    /// height / 4 rows of width / 4 blocks.
     static void flip(char* data, int width, int height, int depth, std::size_t size,
                      TOZ::SUPPORTED_FORMAT::Type format, bool compressed);
 
@@ -324,5 +336,9 @@ private:
     bool valid;
     std::vector<vDDSTexture> textures;
 };
+
+#if defined(_MSC_VER)
+#pragma warning(pop)
+#endif
 
 #endif

@@ -13,6 +13,7 @@
 
 namespace pelto::dds {
 
+static_assert(sizeof(std::size_t) == 8, "level sizes are 64-bit numbers");
 static_assert(std::endian::native == std::endian::little, "DDS fields are read in place: little-endian only");
 
 /// The header of 124 bytes that follows the magic.

@@ -4,6 +4,11 @@
 #include <cstdint>
 #include <utility>
 
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#include <sys/types.h>
+#endif
+
 namespace pelto {
 
 namespace {
@@ -18,6 +23,15 @@ std::int64_t tell(std::FILE* file) { return ftello(file); }
 #endif
 
 }  // namespace
+
+#if defined(_WIN32)
+bool is_pipe(const char* /*path*/) { return false; }
+#else
+bool is_pipe(const char* path) {
+    struct stat status;
+    return stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
+}
+#endif
 
 std::optional<std::size_t> file_length(std::FILE* file) {
     if (seek(file, SEEK_END) != 0) return std::nullopt;

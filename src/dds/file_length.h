@@ -1,4 +1,4 @@
-// The one place where reading files depends on the system.
+// Where reading files depends on the system.
 #ifndef PELTO_DDS_FILE_LENGTH_H
 #define PELTO_DDS_FILE_LENGTH_H
 
@@ -7,6 +7,9 @@
 #include <optional>
 
 namespace pelto {
+
+/// Whether opening the file would wait for another process: a pipe without a writer.
+bool is_pipe(const char* path);
 
 /// The length of an open file in bytes, beyond 2 GiB too, and the position set to its start.
 /// Nothing when it cannot be told (a pipe) or is no length that memory could hold (a directory's).

@@ -24,14 +24,10 @@ vDDSImage& vDDSImage::operator=(const vDDSImage& other) {
 
 vDDSImage& vDDSImage::operator=(vDDSImage&& other) noexcept {
     if (this == &other) return *this;
-    format = other.format;
-    components = other.components;
-    bitsPerComponent = other.bitsPerComponent;
-    compressed = other.compressed;
-    cubemap = other.cubemap;
-    volume = other.volume;
-    valid = other.valid;
-    textures = std::move(other.textures);
+    std::vector<vDDSTexture> taken = std::move(other.textures);
+    other.textures.clear();
+    *this = std::as_const(other);
+    textures = std::move(taken);
     other.clear();
     return *this;
 }

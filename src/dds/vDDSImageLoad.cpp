@@ -193,6 +193,7 @@ bool vDDSImage::load(std::string fileName, bool flipImage, bool headerOnly) {
     struct CloseFile {
         void operator()(std::FILE* open) const { std::fclose(open); }
     };
+    if (pelto::is_pipe(fileName.c_str())) return false;
     std::unique_ptr<std::FILE, CloseFile> file(std::fopen(fileName.c_str(), "rb"));
     if (!file) return false;
     const std::optional<std::size_t> length = pelto::file_length(file.get());

@@ -38,7 +38,8 @@ private:
     ChannelMasks masks_;
     int components_;
     Way way_;
-    alignas(16) std::uint8_t tables_[3][3][16];  // [new vector][old vector][byte]: see channel_reorder.cpp
+    alignas(
+        16) std::uint8_t tables_[3][3][16] = {};  // [new vector][old vector][byte]: see channel_reorder.cpp
 };
 
 namespace reference {

@@ -118,12 +118,10 @@ TEST(DdsLoadFile, ADirectoryFails) {
 }
 
 #if !defined(_WIN32)
-TEST(DdsLoadFile, APipeWhoseLengthCannotBeToldFailsAndLeavesTheImageAsItWas) {
+TEST(DdsLoadFile, APipeFailsWithoutWaitingForAWriterAndLeavesTheImageAsItWas) {
     const TemporaryFolder folder;
     const std::string path = folder.path("pipe");
     ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
-    std::fstream keeps_the_pipe_open(path, std::ios::in | std::ios::out | std::ios::binary);
-    ASSERT_TRUE(keeps_the_pipe_open);
     vDDSImage image = image_with_content();
     EXPECT_FALSE(image.load(path, false, false));
     EXPECT_TRUE(image.is_valid());
@@ -213,6 +211,7 @@ TEST(DdsLoadFile, ExtentsWhoseSizeWrapsAroundAreNeitherReorderedNorFlippedOutOfB
         {fourcc_header(four_cc("ATI2")).sized(8, 0x80000000U), 0},
         {dxgi_header(95).sized(1U << 16, 1U << 18), 0},
         {plain_header(0x20000, 8).sized(769546, 494770).with_depth(48448661), 4},  // 2^64 + 4 bytes
+        {plain_header(0x20000, 8).sized(0, 0x7FFFFFFFU).with_depth(0x7FFFFFFFU), 0},
         {bgra_header().sized(0, 5), 0},
         {bgra_header().sized(5, 0), 0},
         {fourcc_header(four_cc("DXT1")).sized(0, 64), 0},

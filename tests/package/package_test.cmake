@@ -20,11 +20,21 @@ if(way MATCHES "find_package|pkg_config")
     file(RENAME "${work}/first" "${work}/prefix")
     list(APPEND options -D "CMAKE_PREFIX_PATH=${work}/prefix")
 endif()
+if(way STREQUAL "own_platform")
+    # A customer's platform: a package that provides the same target.
+    file(WRITE "${work}/platform/PeltoPlatformConfig.cmake" "
+        add_library(PeltoKernelTools::PeltoKernel SHARED IMPORTED)
+        set_target_properties(PeltoKernelTools::PeltoKernel PROPERTIES
+            IMPORTED_LOCATION [==[${kernel}]==]
+            INTERFACE_INCLUDE_DIRECTORIES [==[${source}/platform/kernel/include]==])")
+    list(APPEND options -D PELTO_BUNDLED_PLATFORM=OFF -D "PeltoPlatform_DIR=${work}/platform")
+endif()
 run(${CMAKE_COMMAND} -S "${CMAKE_CURRENT_LIST_DIR}/consumer" -B "${work}/build" ${options})
 run(${CMAKE_COMMAND} --build "${work}/build")
 run("${work}/build/consumer")
 
 if(way STREQUAL "find_package")
+    run("${work}/build/loader")
     run("${work}/prefix/bin/pelto" --version)
 endif()
 file(REMOVE_RECURSE "${work}")

@@ -40,7 +40,7 @@ Bytes random_bytes(std::size_t size) {
 std::vector<unsigned> indices(const unsigned char* block) {
     std::vector<unsigned> values(16, 0);
     for (std::size_t bit = 0; bit < 48; ++bit) {
-        const unsigned set = block[2 + bit / 8] >> (bit % 8) & 1U;
+        const unsigned set = unsigned{block[2 + bit / 8]} >> (bit % 8) & 1U;
         values[bit / 3] |= set << (bit % 3);
     }
     return values;

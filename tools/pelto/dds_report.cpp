@@ -1,7 +1,6 @@
 #include "dds_report.h"
 
 #include <array>
-#include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -9,6 +8,7 @@
 #include <iomanip>
 #include <new>
 #include <sstream>
+#include <string_view>
 #include <system_error>
 #include <utility>
 #include <vLogger.h>
@@ -54,12 +54,13 @@ std::optional<FileStart> read_start(const std::string& path) {
     return start;
 }
 
-std::string quoted(const std::string& bytes) {
+// Bytes of a file in quotes. Those that are no ASCII characters are written as \xNN.
+std::string in_quotes(std::string_view bytes) {
     std::ostringstream out;
     out << '"';
     for (const char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);
-        if (std::isprint(byte) != 0) {
+        if (byte >= 0x20 && byte < 0x7F) {
             out << c;
         } else {
             out << "\\x" << std::hex << std::setw(2) << std::setfill('0') << unsigned{byte};
@@ -70,27 +71,33 @@ std::string quoted(const std::string& bytes) {
 }
 
 std::string reason_of_failure(const std::string& path, const std::string& logged) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored)) return "is a directory";
+    if (!logged.empty()) return logged;
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (std::filesystem::is_directory(status)) return "is a directory";
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        return "is not a regular file: its length cannot be told";
+    }
     errno = 0;
     const std::optional<FileStart> start = read_start(path);
     if (!start)
         return errno != 0 ? std::string("cannot be opened: ") + std::strerror(errno) : "cannot be opened";
-    if (!logged.empty()) return logged;
-    if (start->length == 0) return "is empty, or its length cannot be told";
+    if (start->length == 0) return "is empty";
     if (start->magic() != "DDS ") {
-        return "is not a DDS file: it starts with " + quoted(start->magic().substr(0, start->length)) +
+        return "is not a DDS file: it starts with " + in_quotes(start->magic().substr(0, start->length)) +
                " instead of \"DDS \"";
     }
-    return "the FourCC " + quoted(start->four_cc()) + " at byte 84 is not supported";
+    return "the FourCC " + in_quotes(start->four_cc()) + " at byte 84 is not supported";
 }
 
+// Of a header-only image the headers alone are needed.
 std::uint64_t bytes_missing(const std::string& path, const vDDSImage& image) {
     std::error_code error;
     const std::uintmax_t length = std::filesystem::file_size(path, error);
     const std::optional<FileStart> start = read_start(path);
     if (error || !start) return 0;
-    const std::uintmax_t promised = start->header_size() + image.compute_full_size(-1);
+    const std::uintmax_t pixels = image.is_valid() ? image.compute_full_size(-1) : 0;
+    const std::uintmax_t promised = start->header_size() + pixels;
     return promised > length ? promised - length : 0;
 }
 
@@ -103,7 +110,7 @@ DDSReport report_dds(const std::string& path, bool flip, bool header_only) {
     try {
         if (!report.image.load(path, flip, header_only)) {
             report.error = reason_of_failure(path, log.text());
-        } else if (!header_only) {
+        } else {
             report.missing_bytes = bytes_missing(path, report.image);
         }
     } catch (const std::bad_alloc&) {

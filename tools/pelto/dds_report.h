@@ -15,7 +15,8 @@ struct DDSReport {
 
     vDDSImage image;
 
-    /// Bytes that the header promises beyond the end of the file; they were read as zero.
+    /// Bytes that the headers promise beyond the end of the file (header-only: bytes of the headers
+    /// themselves); they were read as zero.
     std::uint64_t missing_bytes = 0;
 };
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "dds_report.h"
+#include "printable.h"
 #include "table.h"
 
 namespace {
@@ -37,7 +38,7 @@ std::string flags_of(const DDSReport& report, const Options& options) {
 
 std::vector<std::string> row_of(const DDSReport& report, const Options& options) {
     const vDDSImage& image = report.image;
-    return {report.path,
+    return {printable(report.path),
             format_name(image.get_format()),
             std::to_string(image.get_width()) + " x " + std::to_string(image.get_height()) + " x " +
                 std::to_string(image.get_depth()),
@@ -61,10 +62,8 @@ nlohmann::ordered_json json_of(const DDSReport& report, const Options& options) 
     object["depth"] = image.get_depth();
     object["faces"] = face_count(image);
     object["levels"] = image.get_num_mipmaps() + 1;
-    if (!options.header_only) {
-        object["bytes"] = image.compute_full_size(-1);
-        object["missingBytes"] = report.missing_bytes;
-    }
+    if (!options.header_only) object["bytes"] = image.compute_full_size(-1);
+    object["missingBytes"] = report.missing_bytes;
     object["compressed"] = image.is_compressed();
     object["cubemap"] = image.is_cubemap();
     object["volume"] = image.is_volume();
@@ -74,9 +73,9 @@ nlohmann::ordered_json json_of(const DDSReport& report, const Options& options) 
 
 void complain(const DDSReport& report) {
     if (report.error) {
-        std::cerr << "pelto: " << report.path << ": " << *report.error << '\n';
+        std::cerr << "pelto: " << printable(report.path) << ": " << printable(*report.error) << '\n';
     } else if (report.missing_bytes > 0) {
-        std::cerr << "pelto: " << report.path << ": warning: ends " << report.missing_bytes
+        std::cerr << "pelto: " << printable(report.path) << ": warning: ends " << report.missing_bytes
                   << " bytes before what its header promises; they read as zero\n";
     }
 }

@@ -1,10 +1,9 @@
 // Loads a texture made in memory, and hears from the log.
 #include <PeltoKernelTools/vDDSImage.h>
-#include <vDDSImage.h>
-#include <vLogger.h>
-
 #include <cstring>
 #include <string>
+#include <vDDSImage.h>
+#include <vLogger.h>
 
 int main() {
     std::string file(128 + 8, '\0');
