@@ -10,7 +10,6 @@
 
 namespace {
 
-using bench::kMB;
 using TOZ::SUPPORTED_FORMAT::Type;
 
 void in_place_pass(std::vector<char>& bytes) {
@@ -30,7 +29,7 @@ constexpr Kind kKinds[] = {
     {"BC5", TOZ::SUPPORTED_FORMAT::BC5U, true, 8}, {"RGBA8_lines", TOZ::SUPPORTED_FORMAT::RGBA8, false, 32},
 };
 
-void flip(benchmark::State& state, const Kind& kind, std::size_t bytes) {
+void flip(benchmark::State& state, std::size_t bytes, const Kind& kind) {
     const int side = 8 * static_cast<int>(std::sqrt(static_cast<double>(bytes * 8 / kind.pixel_bits)) / 8);
     const auto extent = static_cast<std::size_t>(side);
     std::vector<char> data(extent * extent * kind.pixel_bits / 8, 'x');
@@ -40,8 +39,8 @@ void flip(benchmark::State& state, const Kind& kind, std::size_t bytes) {
         [&] { in_place_pass(data); });
 }
 
-void convert(benchmark::State& state, int components, std::uint32_t red, std::uint32_t green,
-             std::uint32_t blue, std::size_t bytes) {
+void convert(benchmark::State& state, std::size_t bytes, int components, std::uint32_t red,
+             std::uint32_t green, std::uint32_t blue) {
     TOZ::DDS_PIXELFORMAT format{};
     format.dwRBitMask = red;
     format.dwGBitMask = green;
@@ -59,22 +58,11 @@ void convert(benchmark::State& state, int components, std::uint32_t red, std::ui
 }
 
 const bool registered = [] {
-    for (const std::size_t megabytes : {1U, 64U}) {
-        const std::size_t bytes = megabytes * kMB;
-        const std::string suffix = std::to_string(megabytes).insert(0, 1, '/') + "MB";
-        for (const Kind& kind : kKinds) {
-            benchmark::RegisterBenchmark(("flip/" + (kind.name + suffix)).c_str(), flip, kind, bytes)
-                ->UseManualTime();
-        }
-        const auto reorder = [&](const char* name, int components, std::uint32_t r, std::uint32_t g,
-                                 std::uint32_t b) {
-            benchmark::RegisterBenchmark(("convertTexturePixel/" + (name + suffix)).c_str(), convert,
-                                         components, r, g, b, bytes)
-                ->UseManualTime();
-        };
-        reorder("BGRA8", 4, 0xFF0000, 0xFF00, 0xFF);
-        reorder("BGR8", 3, 0xFF0000, 0xFF00, 0xFF);
-        reorder("10_10_10_2", 4, 0x3FF00000, 0xFFC00, 0x3FF);
+    for (const unsigned megabytes : {1U, 64U}) {
+        for (const Kind& kind : kKinds) bench::add(std::string("flip/") + kind.name, megabytes, flip, kind);
+        bench::add("convertTexturePixel/BGRA8", megabytes, convert, 4, 0xFF0000U, 0xFF00U, 0xFFU);
+        bench::add("convertTexturePixel/BGR8", megabytes, convert, 3, 0xFF0000U, 0xFF00U, 0xFFU);
+        bench::add("convertTexturePixel/10_10_10_2", megabytes, convert, 4, 0x3FF00000U, 0xFFC00U, 0x3FFU);
     }
     return true;
 }();

@@ -50,7 +50,7 @@ void copy_levels(const char* file, const std::vector<std::size_t>& level_sizes) 
     }
 }
 
-void load_from_buffer(benchmark::State& state, const Kind& kind, std::size_t bytes) {
+void load_from_buffer(benchmark::State& state, std::size_t bytes, const Kind& kind) {
     const Sample sample = bench::make_sample(kind.pixels, bytes, kind.cube, kind.mips);
     bench::paired(
         state, sample.bytes,
@@ -61,7 +61,7 @@ void load_from_buffer(benchmark::State& state, const Kind& kind, std::size_t byt
         [&] { copy_levels(sample.file.data(), sample.level_sizes); });
 }
 
-void load_from_file(benchmark::State& state, const Kind& kind, std::size_t bytes) {
+void load_from_file(benchmark::State& state, std::size_t bytes, const Kind& kind) {
     const Sample sample = bench::make_sample(kind.pixels, bytes, kind.cube, kind.mips);
     const auto path =
         std::filesystem::temp_directory_path() / ("pelto_bench_" + std::string(kind.name) + ".dds");
@@ -86,15 +86,11 @@ void load_from_file(benchmark::State& state, const Kind& kind, std::size_t bytes
 
 const bool registered = [] {
     for (const Kind& kind : kKinds) {
-        for (const std::size_t megabytes : {1U, 64U, 256U}) {
-            const std::string suffix =
-                std::string(kind.name) + std::to_string(megabytes).insert(0, 1, '/') + "MB";
-            const std::size_t bytes = megabytes * kMB;
-            benchmark::RegisterBenchmark(("loadFromBuffer/" + suffix).c_str(), load_from_buffer, kind, bytes)
-                ->UseManualTime();
-            if (megabytes == 256) continue;
-            benchmark::RegisterBenchmark(("load/" + suffix).c_str(), load_from_file, kind, bytes)
-                ->UseManualTime();
+        for (const unsigned megabytes : {1U, 64U, 256U}) {
+            bench::add(std::string("loadFromBuffer/") + kind.name, megabytes, load_from_buffer, kind);
+        }
+        for (const unsigned megabytes : {1U, 64U}) {
+            bench::add(std::string("load/") + kind.name, megabytes, load_from_file, kind);
         }
     }
     return true;

@@ -6,6 +6,7 @@
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace bench {
@@ -48,6 +49,18 @@ void paired(benchmark::State& state, std::size_t bytes, Operation operation, Lim
     state.counters["GB/s"] = giga / median(operation_times);
     state.counters["limit_GB/s"] = giga / median(limit_times);
     state.counters["ratio"] = median(ratios);
+}
+
+/// Registers `run(state, bytes, arguments...)` as "name/<megabytes>MB". Large sizes run longer: they take
+/// their memory from the system anew each time, whose pace varies.
+template <class Run, class... Arguments>
+void add(std::string name, unsigned megabytes, Run run, Arguments... arguments) {
+    name += '/';
+    name += std::to_string(megabytes);
+    name += "MB";
+    benchmark::RegisterBenchmark(name.c_str(), run, megabytes * kMB, arguments...)
+        ->UseManualTime()
+        ->MinTime(megabytes > 1 ? 2.0 : 0.5);
 }
 
 }  // namespace bench

@@ -26,6 +26,8 @@ function(pelto_target_defaults target)
         target_compile_options(${target} PRIVATE /W4 /wd4324)
         target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
     else()
+        # Reports name their source file by its place in the project, wherever that was built.
+        target_compile_options(${target} PRIVATE "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
         # Calls inside a library are not for others to intercept, which lets the compiler inline them.
         target_compile_options(${target} PRIVATE
             -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -fno-semantic-interposition)

@@ -147,25 +147,20 @@ private:
                 from = to;
             }
             reorder_->apply(from, to, pixels);
-            file_.read(to + reordered, rest);
+            if (rest > 0) file_.read(to + reordered, rest);
         }
     }
 
     // The size of a level with absurd extents can have wrapped around to less than its pixels, blocks or
     // lines take; such a level is read but not walked by its extents.
     bool slices_hold_pixels(const vDDSSurface& level) const {
-        const int width = level.get_width();
-        const int height = level.get_height();
-        return width > 0 && height > 0 &&
-               area(width, height) <= slice_size(level) / static_cast<std::size_t>(layout_.components);
+        const std::size_t pixels = area(level.get_width(), level.get_height());
+        return pixels > 0 && pixels * static_cast<std::size_t>(layout_.components) <= slice_size(level);
     }
 
     bool slices_hold_blocks(const vDDSSurface& level) const {
-        const int width = level.get_width();
-        const int height = level.get_height();
-        return width > 0 && height > 0 &&
-               area((width - 1) / 4 + 1, (height - 1) / 4 + 1) <=
-                   slice_size(level) / block_size(layout_.format);
+        const std::size_t blocks = area((level.get_width() + 3LL) / 4, (level.get_height() + 3LL) / 4);
+        return blocks > 0 && blocks * block_size(layout_.format) <= slice_size(level);
     }
 
     static bool slices_hold_lines(const vDDSSurface& level) {
@@ -173,12 +168,16 @@ private:
         return height > 0 && static_cast<std::size_t>(height) <= slice_size(level);
     }
 
-    static std::uint64_t area(int width, int height) {
-        return static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(height);
+    // 0 for extents that are not positive; otherwise below 2^62, which leaves room for a factor of 4.
+    static std::size_t area(std::int64_t width, std::int64_t height) {
+        if (width <= 0 || height <= 0) return 0;
+        return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
     }
 
+    // Most levels have one slice, and a division takes as long as copying a small level.
     static std::size_t slice_size(const vDDSSurface& level) {
-        return level.get_size() / static_cast<std::size_t>(level.get_depth());
+        const int depth = level.get_depth();
+        return depth == 1 ? level.get_size() : level.get_size() / static_cast<std::size_t>(depth);
     }
 
     FileBytes& file_;

@@ -40,8 +40,7 @@ std::vector<std::string> row_of(const DDSReport& report, const Options& options)
     const vDDSImage& image = report.image;
     return {printable(report.path),
             format_name(image.get_format()),
-            std::to_string(image.get_width()) + " x " + std::to_string(image.get_height()) + " x " +
-                std::to_string(image.get_depth()),
+            extent_text(image.get_width(), image.get_height(), image.get_depth()),
             std::to_string(face_count(image)),
             std::to_string(image.get_num_mipmaps() + 1),
             options.header_only ? "-" : std::to_string(image.compute_full_size(-1)),

@@ -7,16 +7,18 @@
 
 #include "exit_status.h"
 #include "inspect.h"
+#include "size.h"
 
 namespace {
 
 ExitStatus run(int argc, char** argv) {
-    CLI::App app("pelto looks into texture files.", "pelto");
+    CLI::App app("pelto looks into texture files and counts their bytes.", "pelto");
     app.set_version_flag("--version", "pelto " PELTO_VERSION);
     app.require_subcommand(1);
     app.footer("Exit status: 0 done, 1 a file could not be read, 2 wrong usage.");
     ExitStatus status = kExitSuccess;
     add_inspect(app, status);
+    add_size(app, status);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& help_or_version) {

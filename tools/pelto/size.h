@@ -1,0 +1,12 @@
+// pelto size: how many bytes a texture takes.
+#ifndef PELTO_TOOL_SIZE_H
+#define PELTO_TOOL_SIZE_H
+
+#include <CLI/CLI.hpp>
+
+#include "exit_status.h"
+
+/// Adds the subcommand; when it is called, its exit status is put into `status`.
+void add_size(CLI::App& app, ExitStatus& status);
+
+#endif
