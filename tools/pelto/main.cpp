@@ -15,7 +15,7 @@ ExitStatus run(int argc, char** argv) {
     CLI::App app("pelto looks into texture files and counts their bytes.", "pelto");
     app.set_version_flag("--version", "pelto " PELTO_VERSION);
     app.require_subcommand(1);
-    app.footer("Exit status: 0 done, 1 a file could not be read, 2 wrong usage.");
+    app.footer("Exit status: 0 done, 1 something could not be read or counted, 2 wrong usage.");
     ExitStatus status = kExitSuccess;
     add_inspect(app, status);
     add_size(app, status);
