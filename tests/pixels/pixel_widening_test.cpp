@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <vector>
 
+#include "pixels/channel_reorder.h"
 #include "support/bytes.h"
 #include "support/every_target.h"
 #include "support/guarded_memory.h"
@@ -26,7 +27,19 @@ struct Kernel {
 
 namespace px = pelto::pixels;
 
+// BGRA8 is not widened, but converted on the same terms: from one place to another.
+constexpr px::ChannelMasks kBlueFirst = {0xFF0000, 0xFF00, 0xFF, 0xFF000000};
+
+void reorder_bgra8(const unsigned char* from, unsigned char* to, std::size_t pixels) {
+    px::ChannelReorder(kBlueFirst, 4).apply(from, to, pixels);
+}
+
+void reference_bgra8(const unsigned char* from, unsigned char* to, std::size_t pixels) {
+    px::reference::reorder_channels(from, to, pixels, 4, kBlueFirst);
+}
+
 const Kernel kKernels[] = {
+    {"BGRA8", 4, 4, reorder_bgra8, reference_bgra8},
     {"RGB8", 3, 4, px::widen_rgb8, px::reference::widen_rgb8},
     {"BGR8", 3, 4, px::widen_bgr8, px::reference::widen_bgr8},
     {"RGB32F", 12, 16, px::widen_rgb32f, px::reference::widen_rgb32f},
