@@ -26,6 +26,7 @@ std::size_t Reorder3(const unsigned char*, unsigned char*, std::size_t, const st
 std::size_t Reorder4(const unsigned char*, unsigned char*, std::size_t, const std::uint8_t (*)[3][16]) {
     return 0;
 }
+std::size_t Cut4(const unsigned char*, unsigned char*, std::size_t, const ChannelMasks&) { return 0; }
 
 #else
 
@@ -54,6 +55,27 @@ std::size_t Reorder4(const unsigned char* from, unsigned char* to, std::size_t p
         done = size;
     }
     return done / 4;
+}
+
+// A pixel is a lane of 32 bits.
+std::size_t Cut4(const unsigned char* from, unsigned char* to, std::size_t pixels,
+                 const ChannelMasks& masks) {
+    const hn::ScalableTag<std::uint32_t> d;
+    const hn::Repartition<std::uint8_t, decltype(d)> d8;
+    const auto byte = hn::Set(d, 0xFF);
+    const auto cut = [&](auto pixel, std::uint32_t mask) HWY_ATTR {
+        const int shift = mask == 0 ? 0 : std::countr_zero(mask);
+        return hn::And(hn::ShiftRightSame(hn::And(pixel, hn::Set(d, mask)), shift), byte);
+    };
+    const std::size_t step = hn::Lanes(d);
+    std::size_t done = 0;
+    for (; pixels - done >= step; done += step) {
+        const auto pixel = hn::BitCast(d, hn::LoadU(d8, from + done * 4));
+        const auto low = hn::Or(cut(pixel, masks.red), hn::ShiftLeft<8>(cut(pixel, masks.green)));
+        const auto high = hn::Or(cut(pixel, masks.blue), hn::ShiftLeft<8>(cut(pixel, masks.alpha)));
+        hn::StoreU(hn::BitCast(d8, hn::Or(low, hn::ShiftLeft<16>(high))), d8, to + done * 4);
+    }
+    return done;
 }
 
 // 16 pixels are three vectors of 16 bytes. A byte comes from its own vector or from a neighbour, one pixel
@@ -98,6 +120,7 @@ namespace pelto::pixels {
 
 HWY_EXPORT(Reorder3);
 HWY_EXPORT(Reorder4);
+HWY_EXPORT(Cut4);
 
 namespace {
 
@@ -151,6 +174,8 @@ void ChannelReorder::apply(const unsigned char* from, unsigned char* to, std::si
     if (way_ == Way::kWholeBytes) {
         done = components_ == 3 ? HWY_DYNAMIC_DISPATCH(Reorder3)(from, to, pixels, tables_)
                                 : HWY_DYNAMIC_DISPATCH(Reorder4)(from, to, pixels, tables_);
+    } else if (components_ == 4) {
+        done = HWY_DYNAMIC_DISPATCH(Cut4)(from, to, pixels, masks_);
     }
     reference::reorder_channels(from + done * pixel_size, to + done * pixel_size, pixels - done, components_,
                                 masks_);

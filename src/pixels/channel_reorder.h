@@ -20,7 +20,7 @@ struct ChannelMasks {
 /// bits above the 24th find nothing.
 ///
 /// Made once for all levels of an image. reference::reorder_channels defines the result; this gives the
-/// same, with vector instructions where every mask picks a whole byte.
+/// same, with vector instructions for all masks but those of 3-byte pixels that are not whole bytes.
 class ChannelReorder {
 public:
     ChannelReorder(const ChannelMasks& masks, int components);
