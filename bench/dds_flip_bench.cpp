@@ -35,8 +35,10 @@ void flip(benchmark::State& state, std::size_t bytes, const Kind& kind) {
     std::vector<char> data(extent * extent * kind.pixel_bits / 8, 'x');
     bench::paired(
         state, data.size(),
-        [&] { vDDSImage::flip(data.data(), side, side, 1, data.size(), kind.format, kind.compressed); },
-        [&] { in_place_pass(data); });
+        [&](std::size_t) {
+            vDDSImage::flip(data.data(), side, side, 1, data.size(), kind.format, kind.compressed);
+        },
+        [&](std::size_t) { in_place_pass(data); });
 }
 
 void convert(benchmark::State& state, std::size_t bytes, int components, std::uint32_t red,
@@ -50,11 +52,11 @@ void convert(benchmark::State& state, std::size_t bytes, int components, std::ui
     std::vector<char> data(pixels * static_cast<std::size_t>(components), 'x');
     bench::paired(
         state, data.size(),
-        [&] {
+        [&](std::size_t) {
             vDDSImage::convertTexturePixel(data.data(), static_cast<int>(pixels), 1, 1, data.size(), format,
                                            components);
         },
-        [&] { in_place_pass(data); });
+        [&](std::size_t) { in_place_pass(data); });
 }
 
 const bool registered = [] {

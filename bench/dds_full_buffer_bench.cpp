@@ -12,34 +12,33 @@ namespace {
 
 using bench::Pixels;
 
-// The caches' pace depends on where memory happens to lie: several places are taken in turn.
-constexpr std::size_t kPlaces = 8;
-
 struct Place {
     vDDSImage image;
     std::string source;
+    std::size_t offset;
     std::vector<char> buffer;
 };
 
 void assemble(benchmark::State& state, std::size_t bytes, Pixels pixels, bool cube) {
     const bench::Sample sample = bench::make_sample(pixels, bytes, cube, true);
-    std::vector<Place> places(bytes > bench::kMB ? 1 : kPlaces);
+    const bench::Places turns(bytes);
+    std::vector<Place> places(turns.count());
     for (Place& place : places) {
         if (!place.image.loadFromBuffer(sample.file.data(), 0, false, false)) std::abort();
-        place.source = sample.file.substr(128);
+        // Not all at the same place within a page: memcpy has its favourites.
+        place.offset = 528 * static_cast<std::size_t>(&place - places.data());
+        place.source = std::string(place.offset, '\0') + sample.file.substr(128);
         place.buffer.resize(place.image.compute_full_size(-1));
     }
-    std::size_t assembled = 0;
-    std::size_t copied = 0;
     bench::paired(
         state, sample.bytes,
-        [&] {
-            Place& place = places[assembled++ % places.size()];
+        [&](std::size_t call) {
+            Place& place = places[turns.of(call)];
             if (!place.image.compute_full_buffer(place.buffer.data(), place.buffer.size(), -1)) std::abort();
         },
-        [&] {
-            Place& place = places[copied++ % places.size()];
-            std::memcpy(place.buffer.data(), place.source.data(), place.source.size());
+        [&](std::size_t call) {
+            Place& place = places[turns.of(call)];
+            std::memcpy(place.buffer.data(), place.source.data() + place.offset, place.buffer.size());
         });
 }
 

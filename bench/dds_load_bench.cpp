@@ -52,13 +52,15 @@ void copy_levels(const char* file, const std::vector<std::size_t>& level_sizes) 
 
 void load_from_buffer(benchmark::State& state, std::size_t bytes, const Kind& kind) {
     const Sample sample = bench::make_sample(kind.pixels, bytes, kind.cube, kind.mips);
+    const bench::Places turns(bytes);
+    const std::vector<std::string> files(turns.count(), sample.file);
     bench::paired(
         state, sample.bytes,
-        [&] {
+        [&](std::size_t call) {
             vDDSImage image;
-            if (!image.loadFromBuffer(sample.file.data(), 0, false, false)) std::abort();
+            if (!image.loadFromBuffer(files[turns.of(call)].data(), 0, false, false)) std::abort();
         },
-        [&] { copy_levels(sample.file.data(), sample.level_sizes); });
+        [&](std::size_t call) { copy_levels(files[turns.of(call)].data(), sample.level_sizes); });
 }
 
 void load_from_file(benchmark::State& state, std::size_t bytes, const Kind& kind) {
@@ -70,11 +72,11 @@ void load_from_file(benchmark::State& state, std::size_t bytes, const Kind& kind
     const std::string name = path.string();
     bench::paired(
         state, sample.bytes,
-        [&] {
+        [&](std::size_t) {
             vDDSImage image;
             if (!image.load(name, false, false)) std::abort();
         },
-        [&] {
+        [&](std::size_t) {
             std::FILE* const file = std::fopen(name.c_str(), "rb");
             const auto buffer = std::make_unique_for_overwrite<char[]>(sample.file.size());
             if (std::fread(buffer.get(), 1, sample.file.size(), file) != sample.file.size()) std::abort();

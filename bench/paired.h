@@ -20,26 +20,42 @@ inline double median(std::vector<double>& values) {
 }
 
 template <class Operation>
-double seconds(Operation& operation) {
+double seconds(Operation& operation, std::size_t call) {
     const auto start = std::chrono::steady_clock::now();
-    operation();
+    operation(call);
     benchmark::ClobberMemory();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
+/// How fast the caches are depends on where in memory things happen to lie: small ones are measured at
+/// several places, a run of calls at each.
+class Places {
+public:
+    explicit Places(std::size_t bytes) : count_(bytes > kMB ? 1 : 8) {}
+
+    std::size_t count() const { return count_; }
+
+    /// The place for a call.
+    std::size_t of(std::size_t call) const { return call / 64 % count_; }
+
+private:
+    std::size_t count_;
+};
+
 /// Reports for `bytes` bytes per call the throughputs of `operation` and of `limit` in GB/s (10^9 bytes)
-/// and, as `ratio`, the median of the pairs' time ratios operation / limit.
+/// and, as `ratio`, the median of the pairs' time ratios operation / limit. Both are given the number of
+/// the call.
 template <class Operation, class Limit>
 void paired(benchmark::State& state, std::size_t bytes, Operation operation, Limit limit) {
     std::vector<double> operation_times;
     std::vector<double> limit_times;
     std::vector<double> ratios;
-    bool operation_first = false;
     for (auto _ : state) {
-        const double before = operation_first ? seconds(operation) : 0;
-        const double limit_time = seconds(limit);
-        const double operation_time = operation_first ? before : seconds(operation);
-        operation_first = !operation_first;
+        const std::size_t call = ratios.size();
+        const bool operation_first = call % 2 == 0;
+        const double before = operation_first ? seconds(operation, call) : 0;
+        const double limit_time = seconds(limit, call);
+        const double operation_time = operation_first ? before : seconds(operation, call);
         operation_times.push_back(operation_time);
         limit_times.push_back(limit_time);
         ratios.push_back(operation_time / limit_time);

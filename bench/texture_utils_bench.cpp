@@ -13,6 +13,8 @@
 
 namespace {
 
+using Source = std::vector<unsigned char>;
+using Sources = std::vector<Source>;
 using Buffer = std::unique_ptr<unsigned char[]>;
 using Convert = unsigned char* (*)(const unsigned char*, std::uint64_t);
 
@@ -39,32 +41,34 @@ constexpr std::size_t kRow = 1024;
 
 void beside_memcpy(benchmark::State& state, std::size_t bytes, const Kind& kind) {
     const std::size_t pixels = bytes / kind.new_size;
-    const std::vector<unsigned char> from(pixels * kind.new_size, 'x');
+    const bench::Places turns(bytes);
+    const Sources sources(turns.count(), Source(pixels * kind.new_size, 'x'));
     bench::paired(
         state, bytes,
-        [&] {
-            const Buffer to(kind.convert(from.data(), pixels * kind.old_size));
+        [&](std::size_t call) {
+            const Buffer to(kind.convert(sources[turns.of(call)].data(), pixels * kind.old_size));
             benchmark::DoNotOptimize(to.get());
         },
-        [&] {
+        [&](std::size_t call) {
             const Buffer to(new unsigned char[bytes]);
-            std::memcpy(to.get(), from.data(), bytes);
+            std::memcpy(to.get(), sources[turns.of(call)].data(), bytes);
             benchmark::DoNotOptimize(to.get());
         });
 }
 
 void beside_libyuv(benchmark::State& state, std::size_t bytes, const Kind& kind) {
     const std::size_t pixels = bytes / kind.new_size;
-    const std::vector<unsigned char> from(pixels * kind.old_size, 'x');
+    const bench::Places turns(bytes);
+    const Sources sources(turns.count(), Source(pixels * kind.old_size, 'x'));
     bench::paired(
         state, bytes,
-        [&] {
-            const Buffer to(kind.convert(from.data(), from.size()));
+        [&](std::size_t call) {
+            const Buffer to(kind.convert(sources[turns.of(call)].data(), pixels * kind.old_size));
             benchmark::DoNotOptimize(to.get());
         },
-        [&] {
+        [&](std::size_t call) {
             const Buffer to(new unsigned char[bytes]);
-            kind.yuv(from.data(), static_cast<int>(kRow * kind.old_size), to.get(),
+            kind.yuv(sources[turns.of(call)].data(), static_cast<int>(kRow * kind.old_size), to.get(),
                      static_cast<int>(kRow * 4), static_cast<int>(kRow), static_cast<int>(pixels / kRow));
             benchmark::DoNotOptimize(to.get());
         });

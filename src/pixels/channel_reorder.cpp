@@ -47,10 +47,20 @@ std::size_t Reorder4(const unsigned char* from, unsigned char* to, std::size_t p
         // Between two places vectors may overlap: the first and the last one reach to the ends, and those
         // between are stored at aligned addresses, which do not straddle cache lines.
         rewrite(0);
-        for (done = (step - reinterpret_cast<std::uintptr_t>(to) % step) / 4 * 4; size - done >= step;
-             done += step) {
-            rewrite(done);
+        done = (step - reinterpret_cast<std::uintptr_t>(to) % step) / 4 * 4;
+        for (; size - done >= 4 * step; done += 4 * step) {
+            // Loads before stores: a load just behind a store can be taken for one of the same address, and
+            // wait, when the two places are apart by about a multiple of a page.
+            const auto first = hn::LoadU(d, from + done);
+            const auto second = hn::LoadU(d, from + done + step);
+            const auto third = hn::LoadU(d, from + done + 2 * step);
+            const auto fourth = hn::LoadU(d, from + done + 3 * step);
+            hn::StoreU(hn::TableLookupBytesOr0(first, lookup), d, to + done);
+            hn::StoreU(hn::TableLookupBytesOr0(second, lookup), d, to + done + step);
+            hn::StoreU(hn::TableLookupBytesOr0(third, lookup), d, to + done + 2 * step);
+            hn::StoreU(hn::TableLookupBytesOr0(fourth, lookup), d, to + done + 3 * step);
         }
+        for (; size - done >= step; done += step) rewrite(done);
         rewrite(size - step);
         done = size;
     }
