@@ -76,7 +76,9 @@ void add(std::string name, unsigned megabytes, Run run, Arguments... arguments) 
     name += "MB";
     benchmark::RegisterBenchmark(name.c_str(), run, megabytes * kMB, arguments...)
         ->UseManualTime()
-        ->MinTime(megabytes > 1 ? 2.0 : 0.5);
+        ->MinTime(megabytes > 64  ? 6.0
+                  : megabytes > 1 ? 2.0
+                                  : 0.5);
 }
 
 }  // namespace bench

@@ -42,21 +42,28 @@ HWY_INLINE std::size_t WidenPixels(const unsigned char* from, unsigned char* to,
         lanes[i] = static_cast<std::uint32_t>(i / 4 * 3 + (i % 4 < 3 ? i % 4 : 0));
     }
     const auto spread = hn::SetTableIndices(d32, lanes);
-    const auto write = [&](std::size_t pixel) HWY_ATTR {
-        const auto old = hn::BitCast(d32, hn::LoadU(d, from + pixel * old_size));
-        hn::StoreU(widen(hn::BitCast(d, hn::TableLookupLanes(old, spread))), d, to + pixel * new_size);
+    const auto load = [&](std::size_t pixel) HWY_ATTR { return hn::LoadU(d, from + pixel * old_size); };
+    const auto store = [&](std::size_t pixel, auto old) HWY_ATTR {
+        const auto placed = hn::TableLookupLanes(hn::BitCast(d32, old), spread);
+        hn::StoreU(widen(hn::BitCast(d, placed)), d, to + pixel * new_size);
     };
 
     const std::size_t step = vector_size / new_size;
     const std::size_t last = (pixels * old_size - vector_size) / old_size;  // the last that can be loaded
-    write(0);
+    store(0, load(0));
     std::size_t pixel = (vector_size - reinterpret_cast<std::uintptr_t>(to) % vector_size) / new_size;
-    for (; pixel + step < last; pixel += 2 * step) {
-        write(pixel);
-        write(pixel + step);
+    for (; pixel + 3 * step < last; pixel += 4 * step) {
+        const auto first = load(pixel);
+        const auto second = load(pixel + step);
+        const auto third = load(pixel + 2 * step);
+        const auto fourth = load(pixel + 3 * step);
+        store(pixel, first);
+        store(pixel + step, second);
+        store(pixel + 2 * step, third);
+        store(pixel + 3 * step, fourth);
     }
-    if (pixel < last) write(pixel);
-    write(last);
+    for (; pixel < last; pixel += step) store(pixel, load(pixel));
+    store(last, load(last));
     return last + step;
 }
 
