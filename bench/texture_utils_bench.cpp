@@ -1,6 +1,5 @@
 // The pixel converters, beside memcpy of the result's size and beside libyuv's nearest row converter; and
 // the size queries. Each side takes the memory for its result anew.
-#include <climits>
 #include <cstdint>
 #include <cstring>
 #include <libyuv/convert_argb.h>
@@ -13,8 +12,6 @@
 
 namespace {
 
-using Source = std::vector<unsigned char>;
-using Sources = std::vector<Source>;
 using Buffer = std::unique_ptr<unsigned char[]>;
 using Convert = unsigned char* (*)(const unsigned char*, std::uint64_t);
 
@@ -36,13 +33,16 @@ const Kind kKinds[] = {
     {"ConvertRGB32FToRGBA32F", vTextureUtils::ConvertRGB32FToRGBA32F, 12, 16, nullptr},
 };
 
-// A result of `bytes` bytes in rows of 1024 pixels.
+// Pixels in a row for libyuv.
 constexpr std::size_t kRow = 1024;
 
-void beside_memcpy(benchmark::State& state, std::size_t bytes, const Kind& kind) {
+// Measures the converter beside `limit`, which fills a result of `bytes` bytes from the same source.
+template <class Limit>
+void beside(benchmark::State& state, std::size_t bytes, const Kind& kind, Limit limit) {
     const std::size_t pixels = bytes / kind.new_size;
     const bench::Places turns(bytes);
-    const Sources sources(turns.count(), Source(pixels * kind.new_size, 'x'));
+    const std::vector<std::vector<unsigned char>> sources(turns.count(),
+                                                          std::vector<unsigned char>(bytes, 'x'));
     bench::paired(
         state, bytes,
         [&](std::size_t call) {
@@ -51,27 +51,22 @@ void beside_memcpy(benchmark::State& state, std::size_t bytes, const Kind& kind)
         },
         [&](std::size_t call) {
             const Buffer to(new unsigned char[bytes]);
-            std::memcpy(to.get(), sources[turns.of(call)].data(), bytes);
+            limit(sources[turns.of(call)].data(), to.get());
             benchmark::DoNotOptimize(to.get());
         });
 }
 
+void beside_memcpy(benchmark::State& state, std::size_t bytes, const Kind& kind) {
+    beside(state, bytes, kind,
+           [&](const unsigned char* from, unsigned char* to) { std::memcpy(to, from, bytes); });
+}
+
 void beside_libyuv(benchmark::State& state, std::size_t bytes, const Kind& kind) {
-    const std::size_t pixels = bytes / kind.new_size;
-    const bench::Places turns(bytes);
-    const Sources sources(turns.count(), Source(pixels * kind.old_size, 'x'));
-    bench::paired(
-        state, bytes,
-        [&](std::size_t call) {
-            const Buffer to(kind.convert(sources[turns.of(call)].data(), pixels * kind.old_size));
-            benchmark::DoNotOptimize(to.get());
-        },
-        [&](std::size_t call) {
-            const Buffer to(new unsigned char[bytes]);
-            kind.yuv(sources[turns.of(call)].data(), static_cast<int>(kRow * kind.old_size), to.get(),
-                     static_cast<int>(kRow * 4), static_cast<int>(kRow), static_cast<int>(pixels / kRow));
-            benchmark::DoNotOptimize(to.get());
-        });
+    const auto rows = static_cast<int>(bytes / kind.new_size / kRow);
+    beside(state, bytes, kind, [&](const unsigned char* from, unsigned char* to) {
+        kind.yuv(from, static_cast<int>(kRow * kind.old_size), to, static_cast<int>(kRow * kind.new_size),
+                 static_cast<int>(kRow), rows);
+    });
 }
 
 const bool registered = [] {
