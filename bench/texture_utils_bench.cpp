@@ -80,24 +80,14 @@ const bool registered = [] {
     return true;
 }();
 
-void size_of_compressed_level(benchmark::State& state) {
+void size_of_level(benchmark::State& state, vTextureFormat::Type format) {
     unsigned int extent = 1000;
     for (auto _ : state) {
         benchmark::DoNotOptimize(extent);
-        benchmark::DoNotOptimize(
-            vTextureUtils::ComputeImageSizeInBytes(extent, extent, 1, 2, vTextureFormat::FORMAT_51));
+        benchmark::DoNotOptimize(vTextureUtils::ComputeImageSizeInBytes(extent, extent, 1, 2, format));
     }
 }
-BENCHMARK(size_of_compressed_level);
-
-void size_of_uncompressed_level(benchmark::State& state) {
-    unsigned int extent = 1000;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(extent);
-        benchmark::DoNotOptimize(
-            vTextureUtils::ComputeImageSizeInBytes(extent, extent, 1, 2, vTextureFormat::FORMAT_48));
-    }
-}
-BENCHMARK(size_of_uncompressed_level);
+BENCHMARK_CAPTURE(size_of_level, compressed, vTextureFormat::FORMAT_51);
+BENCHMARK_CAPTURE(size_of_level, uncompressed, vTextureFormat::FORMAT_48);
 
 }  // namespace

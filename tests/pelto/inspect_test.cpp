@@ -1,7 +1,9 @@
 // pelto inspect, run as a user runs it.
 #include <algorithm>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <sstream>
 #include <string>
 #include <sys/stat.h>
@@ -63,6 +65,27 @@ TEST_F(Inspect, PrintsARowForEachFile) {
                                "compressed"}));
     EXPECT_EQ(lines[2], (Words{folder_.path("cube.dds"), "BC6H_UF16", "4", "x", "4", "x", "1", "6", "1", "96",
                                "compressed,cubemap"}));
+}
+
+TEST(InspectSamples, TheProjectsTexturesAreWholeAndOfEveryFormatButOne) {
+    std::vector<std::string> arguments = {"inspect", "--json"};
+    for (const auto& entry : std::filesystem::directory_iterator(PELTO_SAMPLES)) {
+        arguments.push_back(entry.path().string());
+    }
+    const CommandResult result = run_pelto(arguments);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    std::set<std::string> formats;
+    for (const json& object : json::parse(result.out)) {
+        EXPECT_EQ(object.at("missingBytes"), 0) << object;
+        const std::uintmax_t length = std::filesystem::file_size(object.at("path").get<std::string>());
+        const auto headers = length - object.at("bytes").get<std::uintmax_t>();
+        EXPECT_TRUE(headers == 128 || headers == 148) << object;
+        formats.insert(object.at("format"));
+    }
+    EXPECT_EQ(formats, (std::set<std::string>{"LUMINANCE8", "RGB8", "RGBA8", "BGRA8", "RGBA16F", "R32F",
+                                              "RGB32F", "RGBA32F", "DXT1", "DXT3", "DXT5", "BC4U", "BC4S",
+                                              "BC5U", "BC5S", "BC6H_UF16"}));
 }
 
 TEST_F(Inspect, PrintsJsonForMachines) {
