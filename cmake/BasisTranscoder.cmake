@@ -1,0 +1,41 @@
+# PeltoBasisTranscoder: the Basis Universal transcoder, compiled from its source.
+
+# What scripts/fetch_transcoder leaves in the user's cache.
+if(DEFINED ENV{XDG_CACHE_HOME} AND NOT "$ENV{XDG_CACHE_HOME}" STREQUAL "")
+    set(fetched "$ENV{XDG_CACHE_HOME}")
+else()
+    set(fetched "$ENV{HOME}/.cache")
+endif()
+string(APPEND fetched "/PeltoKernelTools/basis-universal-2.0.2")
+
+set(BASISU_SOURCE_DIR "" CACHE PATH
+    "Folder with the source of Basis Universal 2.0.2; where empty, what scripts/setup has fetched")
+if(BASISU_SOURCE_DIR)
+    set(source "${BASISU_SOURCE_DIR}")
+else()
+    set(source "${fetched}")
+endif()
+if(NOT EXISTS "${source}/transcoder/basisu_transcoder.cpp")
+    message(FATAL_ERROR
+        "There is no source of the Basis Universal transcoder in ${source}: transcoder/basisu_transcoder.cpp is "
+        "missing. Run scripts/setup, which fetches release 2.0.2, or unpack that release and configure with "
+        "-DBASISU_SOURCE_DIR=FOLDER, FOLDER being the one that holds transcoder/.")
+endif()
+
+add_library(PeltoBasisTranscoder STATIC "${source}/transcoder/basisu_transcoder.cpp")
+set_target_properties(PeltoBasisTranscoder PROPERTIES
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    POSITION_INDEPENDENT_CODE ON
+    # Its functions rely on flags of their own, which are not to mix with ours.
+    INTERPROCEDURAL_OPTIMIZATION OFF)
+target_compile_features(PeltoBasisTranscoder PUBLIC cxx_std_17)
+target_include_directories(PeltoBasisTranscoder SYSTEM PUBLIC "${source}/transcoder")
+# Its assertions do not hold on damaged files, nor on HDR files asked for LDR blocks: it refuses both by itself.
+target_compile_definitions(PeltoBasisTranscoder PUBLIC
+    NDEBUG BASISD_SUPPORT_KTX2=0 BASISD_SUPPORT_KTX2_ZSTD=0)
+if(MSVC)
+    target_compile_options(PeltoBasisTranscoder PRIVATE /w)
+else()
+    target_compile_options(PeltoBasisTranscoder PRIVATE -w -fno-strict-aliasing)
+endif()

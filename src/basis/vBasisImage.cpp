@@ -1,0 +1,181 @@
+#include "vBasisImage.h"
+
+#include <basisu_transcoder.h>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+using basist::basisu_transcoder;
+using basist::transcoder_texture_format;
+
+// A held file as the transcoder takes it.
+struct HeldFile {
+    const unsigned char* data;
+    std::uint32_t size;
+};
+
+// Runs `operation` with a transcoder of its own. An exception from it leaves the transcoder behind.
+template <class Operation>
+bool with_transcoder(Operation operation) {
+    basist::basisu_transcoder_init();
+    basisu_transcoder* const transcoder = new basisu_transcoder();
+    const bool result = operation(*transcoder);
+    delete transcoder;
+    return result;
+}
+
+bool start(basisu_transcoder& transcoder, HeldFile file) {
+    return file.data && transcoder.start_transcoding(file.data, file.size);
+}
+
+bool holds_2d_images(const basisu_transcoder& transcoder, HeldFile file) {
+    const basist::basis_texture_type type = transcoder.get_texture_type(file.data, file.size);
+    return type == basist::cBASISTexType2D || type == basist::cBASISTexType2DArray;
+}
+
+// In an ETC1S file with alpha the transcoder looks for the level's alpha in the entry after its colour's in
+// the table of slices, even where that was the last entry. False where it would look outside the file.
+// For a file that transcoding was started on.
+bool alpha_entry_is_in_file(HeldFile file, std::uint32_t slice, std::uint32_t level) {
+    using basist::basis_slice_desc;
+    const auto& header = *reinterpret_cast<const basist::basis_file_header*>(file.data);
+    const bool etc1s = header.m_tex_format == static_cast<std::uint32_t>(basist::basis_tex_format::cETC1S);
+    if (!etc1s || !(header.m_flags & basist::cBASISHeaderFlagHasAlphaSlices)) return true;
+
+    const std::size_t table = header.m_slice_desc_file_ofs;
+    const std::size_t entries = header.m_total_slices;
+    constexpr std::size_t kBytesLookedAt = offsetof(basis_slice_desc, m_slice_data_crc16);
+    if (table + entries * sizeof(basis_slice_desc) + kBytesLookedAt <= file.size) return true;
+
+    const auto* const entry = reinterpret_cast<const basis_slice_desc*>(file.data + table);
+    std::size_t colour = 0;
+    while (colour < entries &&
+           !(entry[colour].m_image_index == slice && entry[colour].m_level_index == level)) {
+        ++colour;
+    }
+    return colour + 1 != entries;
+}
+
+transcoder_texture_format target_format(TOZ::EUsageFormat usage) {
+    switch (usage) {
+        case TOZ::eUsageFormatBC1:
+            return transcoder_texture_format::cTFBC1_RGB;
+        case TOZ::eUsageFormatBC4:
+            return transcoder_texture_format::cTFBC4_R;
+        case TOZ::eUsageFormatBC5:
+            return transcoder_texture_format::cTFBC5_RG;
+        case TOZ::eUsageFormatBC3:
+        case TOZ::eUsageFormatBC3Alt:
+            break;
+    }
+    return transcoder_texture_format::cTFBC3_RGBA;
+}
+
+}  // namespace
+
+namespace TOZ {
+
+vBasisImage::vBasisImage()
+    : _basisFileRawData(nullptr), _basisFileSize(0), _width(0), _height(0), _numSlices(0), _numMipLevels(0) {}
+
+vBasisImage::~vBasisImage() {
+    delete[] _basisFileRawData;
+    _basisFileRawData = nullptr;
+    _basisFileSize = 0;
+}
+
+vBasisImage& vBasisImage::operator=(const vBasisImage& other) = default;
+
+bool vBasisImage::load(const char* path) {
+    return _loadFullFile(path, _basisFileRawData, _basisFileSize) && _analysis();
+}
+
+void vBasisImage::setBasisFileRawData(const unsigned char* data, unsigned int size) {
+    delete[] _basisFileRawData;
+    _basisFileRawData = data;
+    _basisFileSize = static_cast<int>(size);
+    _analysis();
+}
+
+const unsigned char* vBasisImage::getBasisFileRawData() const { return _basisFileRawData; }
+
+unsigned int vBasisImage::getBasisFileSize() const { return static_cast<unsigned int>(_basisFileSize); }
+
+int vBasisImage::getWidth() const { return _width; }
+
+int vBasisImage::getHeight() const { return _height; }
+
+int vBasisImage::getNumSlices() const { return _numSlices; }
+
+int vBasisImage::getNumMipLevels() const { return _numMipLevels; }
+
+bool vBasisImage::isValidHeader() const {
+    const HeldFile file{_basisFileRawData, getBasisFileSize()};
+    return with_transcoder([&](basisu_transcoder& transcoder) {
+        return start(transcoder, file) && transcoder.validate_header(file.data, file.size);
+    });
+}
+
+bool vBasisImage::getImage(unsigned int level, unsigned int slice, unsigned char*& image,
+                           unsigned int& imageSize, EUsageFormat usage) const {
+    const HeldFile file{_basisFileRawData, getBasisFileSize()};
+    return with_transcoder([&](basisu_transcoder& transcoder) {
+        if (!start(transcoder, file) || !holds_2d_images(transcoder, file)) return false;
+        basist::basisu_image_level_info info;
+        if (!alpha_entry_is_in_file(file, slice, level) ||
+            !transcoder.get_image_level_info(file.data, file.size, info, slice, level)) {
+            return false;
+        }
+
+        const transcoder_texture_format target = target_format(usage);
+        const std::uint64_t bytes =
+            std::uint64_t{basist::basis_get_bytes_per_block_or_pixel(target)} * info.m_total_blocks;
+        // The count is signed 32-bit. One that wraps to a negative number is an allocation that fails; one
+        // that wraps further would be a buffer too small for its blocks.
+        const auto byte_count = static_cast<std::int32_t>(bytes);
+        if (byte_count >= 0 && static_cast<std::uint64_t>(byte_count) != bytes) return false;
+        const auto allocation_size = static_cast<std::size_t>(byte_count);
+        unsigned char* const buffer = new unsigned char[allocation_size];
+
+        const bool transcoded = transcoder.transcode_image_level(
+            file.data, file.size, slice, level, buffer, info.m_total_blocks, target, 0, 0, nullptr, 0);
+        image = transcoded ? buffer : nullptr;
+        imageSize = static_cast<std::uint32_t>(byte_count);
+        return transcoded;
+    });
+}
+
+bool vBasisImage::_analysis() {
+    const HeldFile file{_basisFileRawData, getBasisFileSize()};
+    return with_transcoder([&](basisu_transcoder& transcoder) {
+        if (!start(transcoder, file) || !holds_2d_images(transcoder, file)) return false;
+        _numSlices = static_cast<int>(transcoder.get_total_images(file.data, file.size));
+        basist::basisu_image_info info;
+        if (!transcoder.get_image_info(file.data, file.size, info, 0)) return false;
+        _width = static_cast<int>(info.m_width);
+        _height = static_cast<int>(info.m_height);
+        _numMipLevels = static_cast<int>(info.m_total_levels);
+        return true;
+    });
+}
+
+bool vBasisImage::_loadFullFile(const char* path, const unsigned char*& data, int& size) const {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path, "rb"), &std::fclose);
+    if (!file) return false;
+    std::fseek(file.get(), 0, SEEK_END);
+    const long length = std::ftell(file.get());
+    std::fseek(file.get(), 0, SEEK_SET);
+    const auto allocation_size = static_cast<std::size_t>(length);
+    unsigned char* const bytes = new unsigned char[allocation_size];
+    const std::size_t read = std::fread(bytes, 1, allocation_size, file.get());
+    std::memset(bytes + read, 0, allocation_size - read);
+    data = bytes;
+    size = static_cast<int>(length);
+    return true;
+}
+
+}  // namespace TOZ
