@@ -60,6 +60,22 @@ bool alpha_entry_is_in_file(HeldFile file, std::uint32_t slice, std::uint32_t le
     return colour + 1 != entries;
 }
 
+// The transcoder takes it on trust that all blocks of an ASTC slice are in the file, and that the slice's
+// extent in pixels, by which it places the rows of a slice of 4x4 blocks, is no wider than its blocks. False
+// where it would read or write elsewhere.
+bool slice_can_be_trusted(basist::basis_tex_format codec, const basist::basisu_image_level_info& info,
+                          HeldFile file) {
+    constexpr std::uint64_t kBytesPerASTCBlock = 16;
+    const std::uint64_t blocks = std::uint64_t{info.m_num_blocks_x} * info.m_num_blocks_y;
+    const bool astc = basist::basis_tex_format_is_astc_ldr(codec);
+    if (astc && info.m_rgb_file_ofs + kBytesPerASTCBlock * blocks > file.size) return false;
+
+    if (!astc && !basist::basis_tex_format_is_xuastc_ldr(codec)) return true;
+    if (info.m_block_width != 4 || info.m_block_height != 4 || blocks == 0) return true;
+    const std::uint64_t row_pitch = (info.m_orig_width + 3) / 4;
+    return (info.m_num_blocks_y - 1) * row_pitch + info.m_num_blocks_x <= blocks;
+}
+
 transcoder_texture_format target_format(TOZ::EUsageFormat usage) {
     switch (usage) {
         case TOZ::eUsageFormatBC1:
@@ -130,6 +146,8 @@ bool vBasisImage::getImage(unsigned int level, unsigned int slice, unsigned char
             !transcoder.get_image_level_info(file.data, file.size, info, slice, level)) {
             return false;
         }
+        if (!slice_can_be_trusted(transcoder.get_basis_tex_format(file.data, file.size), info, file))
+            return false;
 
         const transcoder_texture_format target = target_format(usage);
         const std::uint64_t bytes =
