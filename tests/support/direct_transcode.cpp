@@ -74,10 +74,12 @@ bool is_plain_astc(std::uint32_t format) {
     return format >= basis::kFormatAstc4x4 && format <= basis::kFormatAstc12x12;
 }
 
-/// Whether blocks are read from the file without a look at how many there are.
-bool astc_data_is_short(const Bytes& file, std::size_t index, std::uint64_t blocks) {
+/// Whether there are fewer bytes from the level's data to the end of the file than its blocks take, which the
+/// transcoder counts on without a look.
+bool astc_blocks_end_outside(const Bytes& file, std::size_t index, std::uint64_t blocks) {
     if (!is_plain_astc(basis::get(file, basis::header::kFormat))) return false;
-    return basis::get(file, basis::of_slice(file, index, basis::slice::kDataSize)) < blocks * 16;
+    const std::uint64_t begin = basis::get(file, basis::of_slice(file, index, basis::slice::kDataOffset));
+    return begin + blocks * 16 > file.size();
 }
 
 /// Whether rows of output blocks begin as far apart as the width in pixels says, while their number and
@@ -149,7 +151,7 @@ Image image(const Bytes& file, unsigned int level, unsigned int slice, int usage
     if (size < 0) return {End::kNegativeSize, 0, {}, {}};
     if (static_cast<std::uint64_t>(size) != bytes) return {End::kWrappedSize, 0, {}, {}};
     const auto told = static_cast<unsigned int>(size);
-    if (astc_data_is_short(file, index, info.m_total_blocks)) return {End::kReadsOutside, told, {}, {}};
+    if (astc_blocks_end_outside(file, index, info.m_total_blocks)) return {End::kReadsOutside, told, {}, {}};
     if (astc_rows_end_outside(file, index, info.m_total_blocks)) return {End::kWritesOutside, told, {}, {}};
 
     const auto transcode_over = [&](unsigned char fill) {
