@@ -28,7 +28,9 @@ set_target_properties(PeltoBasisTranscoder PROPERTIES
     VISIBILITY_INLINES_HIDDEN ON
     POSITION_INDEPENDENT_CODE ON
     # Its functions rely on flags of their own, which are not to mix with ours.
-    INTERPROCEDURAL_OPTIMIZATION OFF)
+    INTERPROCEDURAL_OPTIMIZATION OFF
+    # Where a complete source has sample files; for the tests.
+    PELTO_SAMPLES "${source}/webgl")
 target_compile_features(PeltoBasisTranscoder PUBLIC cxx_std_17)
 target_include_directories(PeltoBasisTranscoder SYSTEM PUBLIC "${source}/transcoder")
 # Its assertions do not hold on damaged files, nor on HDR files asked for LDR blocks: it refuses both by itself.

@@ -16,6 +16,7 @@ struct ThreadState {
     std::size_t allocations = 0;
     std::size_t releases = 0;
     std::size_t sizes[kRecordedSizes] = {};
+    void* addresses[kRecordedSizes] = {};  // null where given back
 };
 
 thread_local ThreadState state;
@@ -33,16 +34,26 @@ void* allocate(std::size_t size, std::size_t alignment) {
     if (block == nullptr) throw std::bad_alloc();
     ++state.live;
     if (state.recording) {
-        if (state.allocations < kRecordedSizes) state.sizes[state.allocations] = size;
+        if (state.allocations < kRecordedSizes) {
+            state.sizes[state.allocations] = size;
+            state.addresses[state.allocations] = block;
+        }
         ++state.allocations;
     }
     return block;
 }
 
+std::size_t recorded() { return state.allocations < kRecordedSizes ? state.allocations : kRecordedSizes; }
+
 void release(void* block) noexcept {
     if (block == nullptr) return;
     --state.live;
-    if (state.recording) ++state.releases;
+    if (state.recording) {
+        ++state.releases;
+        for (std::size_t i = 0; i < recorded(); ++i) {
+            if (state.addresses[i] == block) state.addresses[i] = nullptr;
+        }
+    }
     std::free(block);
 }
 
@@ -94,10 +105,20 @@ std::size_t AllocationRecorder::allocations() const { return state.allocations; 
 std::size_t AllocationRecorder::releases() const { return state.releases; }
 
 std::vector<std::size_t> AllocationRecorder::sizes() const {
-    const std::size_t count = state.allocations < kRecordedSizes ? state.allocations : kRecordedSizes;
+    const std::size_t count = recorded();
     std::vector<std::size_t> copy(count);
     for (std::size_t i = 0; i < count; ++i) copy[i] = state.sizes[i];
     return copy;
+}
+
+std::vector<Block> AllocationRecorder::left() const {
+    const std::size_t count = recorded();
+    std::vector<Block> blocks;
+    blocks.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        if (state.addresses[i] != nullptr) blocks.push_back({state.addresses[i], state.sizes[i]});
+    }
+    return blocks;
 }
 
 FailAllocation::FailAllocation(std::size_t index) {

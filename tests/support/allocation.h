@@ -12,6 +12,11 @@ namespace support {
 /// can serve must end in the exception, also under a sanitizer that would abort instead.
 constexpr std::size_t kLargestBlock = std::size_t{1} << 36;
 
+struct Block {
+    void* address;
+    std::size_t size;
+};
+
 /// Records the allocations of this thread during its lifetime. Recorders do not nest.
 class AllocationRecorder {
 public:
@@ -28,6 +33,9 @@ public:
 
     /// Sizes of the blocks taken, in order; the first 4096 of them.
     std::vector<std::size_t> sizes() const;
+
+    /// The blocks taken and not given back, in order; among the first 4096.
+    std::vector<Block> left() const;
 };
 
 /// Makes allocation number `index` (0 is the next one) of this thread throw std::bad_alloc, once.
