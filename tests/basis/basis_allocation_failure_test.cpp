@@ -1,6 +1,9 @@
 // Memory runs out at each allocation in turn: std::bad_alloc comes out, and a transcoder that the call had
 // made stays behind. The tests release what does.
+#include <cstddef>
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <new>
 #include <string>
 #include <vector>
@@ -60,6 +63,21 @@ TEST(BasisAllocationFailure, OfTheFileBufferLeavesTheObjectAsItWas) {
     EXPECT_EQ(image.getBasisFileSize(), file.size());
     EXPECT_TRUE(fields_are(image, direct::analyse(file)));
 }
+
+#if defined(__linux__)
+std::ptrdiff_t open_files() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                         std::filesystem::directory_iterator());
+}
+
+TEST(BasisAllocationFailure, OfTheFileBufferLeavesNoFileOpen) {
+    const std::string path = made_path("etc1s_alpha_30x10.basis");
+    vBasisImage image;
+    const std::ptrdiff_t before = open_files();
+    EXPECT_TRUE(fail(0, [&] { image.load(path.c_str()); }).thrown);
+    EXPECT_EQ(open_files(), before);
+}
+#endif
 
 TEST(BasisAllocationFailure, OfTheTranscoderWhileLoadingLeavesTheFileHeldAndTheExtents) {
     const std::string path = made_path("etc1s_alpha_30x10.basis");
