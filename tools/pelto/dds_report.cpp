@@ -1,17 +1,14 @@
 #include "dds_report.h"
 
-#include <array>
-#include <cerrno>
-#include <cstring>
+#include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iomanip>
 #include <new>
-#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
 #include <vLogger.h>
+
+#include "file_start.h"
 
 namespace {
 
@@ -35,59 +32,20 @@ private:
     TOZ::vLogger::Sink previous_;
 };
 
-// The start of a file, as far as it says what kind of file it is. Absent bytes are zero.
-struct FileStart {
-    std::size_t length = 0;
-    std::array<char, 128> bytes{};
+std::string_view four_cc(const FileStart& start) { return start.text(84, 4); }
 
-    std::string magic() const { return {bytes.data(), 4}; }
-    std::string four_cc() const { return {bytes.data() + 84, 4}; }
-    std::size_t header_size() const { return four_cc() == "DX10" ? 148 : 128; }
-};
-
-std::optional<FileStart> read_start(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return std::nullopt;
-    FileStart start;
-    file.read(start.bytes.data(), static_cast<std::streamsize>(start.bytes.size()));
-    start.length = static_cast<std::size_t>(file.gcount());
-    return start;
-}
-
-// Bytes of a file in quotes. Those that are no ASCII characters are written as \xNN.
-std::string in_quotes(std::string_view bytes) {
-    std::ostringstream out;
-    out << '"';
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte >= 0x20 && byte < 0x7F) {
-            out << c;
-        } else {
-            out << "\\x" << std::hex << std::setw(2) << std::setfill('0') << unsigned{byte};
-        }
-    }
-    out << '"';
-    return out.str();
-}
+std::size_t header_size(const FileStart& start) { return four_cc(start) == "DX10" ? 148 : 128; }
 
 std::string reason_of_failure(const std::string& path, const std::string& logged) {
     if (!logged.empty()) return logged;
-    std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
-    if (std::filesystem::is_directory(status)) return "is a directory";
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
-        return "is not a regular file: its length cannot be told";
-    }
-    errno = 0;
+    if (const auto reason = why_unreadable(path)) return *reason;
     const std::optional<FileStart> start = read_start(path);
-    if (!start)
-        return errno != 0 ? std::string("cannot be opened: ") + std::strerror(errno) : "cannot be opened";
-    if (start->length == 0) return "is empty";
-    if (start->magic() != "DDS ") {
-        return "is not a DDS file: it starts with " + in_quotes(start->magic().substr(0, start->length)) +
-               " instead of \"DDS \"";
+    if (!start) return "cannot be opened";
+    if (start->text(0, 4) != "DDS ") {
+        return "is not a DDS file: it starts with " +
+               in_quotes(start->text(0, std::min(start->length, std::size_t{4}))) + " instead of \"DDS \"";
     }
-    return "the FourCC " + in_quotes(start->four_cc()) + " at byte 84 is not supported";
+    return "the FourCC " + in_quotes(four_cc(*start)) + " at byte 84 is not supported";
 }
 
 // Of a header-only image the headers alone are needed.
@@ -97,7 +55,7 @@ std::uint64_t bytes_missing(const std::string& path, const vDDSImage& image) {
     const std::optional<FileStart> start = read_start(path);
     if (error || !start) return 0;
     const std::uintmax_t pixels = image.is_valid() ? image.compute_full_size(-1) : 0;
-    const std::uintmax_t promised = start->header_size() + pixels;
+    const std::uintmax_t promised = header_size(*start) + pixels;
     return promised > length ? promised - length : 0;
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "basis_report.h"
 #include "dds_report.h"
 #include "printable.h"
 #include "table.h"
@@ -20,31 +21,53 @@ struct Options {
     bool flip = false;
 };
 
-std::string flags_of(const DDSReport& report, const Options& options) {
-    std::string flags;
-    const auto add = [&](bool set, const char* name) {
+// Names joined by commas, "-" where there are none.
+class Flags {
+public:
+    void add(bool set, const char* name) {
         if (!set) return;
-        if (!flags.empty()) flags += ',';
-        flags += name;
-    };
-    add(report.image.is_compressed(), "compressed");
-    add(report.image.is_cubemap(), "cubemap");
-    add(report.image.is_volume(), "volume");
-    add(options.header_only, "header-only");
-    add(options.flip && !options.header_only, "flipped");
-    add(report.missing_bytes > 0, "truncated");
-    return flags.empty() ? "-" : flags;
-}
+        if (!text_.empty()) text_ += ',';
+        text_ += name;
+    }
+    std::string text() const { return text_.empty() ? "-" : text_; }
 
-std::vector<std::string> row_of(const DDSReport& report, const Options& options) {
+private:
+    std::string text_;
+};
+
+using Row = std::vector<std::string>;
+
+Row row_of(const DDSReport& report, const Options& options) {
     const vDDSImage& image = report.image;
+    Flags flags;
+    flags.add(image.is_compressed(), "compressed");
+    flags.add(image.is_cubemap(), "cubemap");
+    flags.add(image.is_volume(), "volume");
+    flags.add(options.header_only, "header-only");
+    flags.add(options.flip && !options.header_only, "flipped");
+    flags.add(report.missing_bytes > 0, "truncated");
     return {printable(report.path),
             format_name(image.get_format()),
             extent_text(image.get_width(), image.get_height(), image.get_depth()),
             std::to_string(face_count(image)),
             std::to_string(image.get_num_mipmaps() + 1),
             options.header_only ? "-" : std::to_string(image.compute_full_size(-1)),
-            flags_of(report, options)};
+            flags.text()};
+}
+
+Row row_of(const BasisReport& report) {
+    Flags flags;
+    flags.add(report.file.alpha, "alpha");
+    flags.add(report.file.srgb, "srgb");
+    flags.add(report.file.y_flipped, "y-flipped");
+    return {printable(report.path),
+            report.file.codec,
+            report.file.texture_type,
+            std::to_string(report.width()) + " x " + std::to_string(report.height()),
+            std::to_string(report.file.slices),
+            std::to_string(report.level_count()),
+            std::to_string(report.image.getBasisFileSize()),
+            flags.text()};
 }
 
 nlohmann::ordered_json json_of(const DDSReport& report, const Options& options) {
@@ -70,34 +93,67 @@ nlohmann::ordered_json json_of(const DDSReport& report, const Options& options) 
     return object;
 }
 
-void complain(const DDSReport& report) {
+nlohmann::ordered_json json_of(const BasisReport& report) {
+    nlohmann::ordered_json object;
+    object["path"] = report.path;
     if (report.error) {
-        std::cerr << "pelto: " << printable(report.path) << ": " << printable(*report.error) << '\n';
-    } else if (report.missing_bytes > 0) {
-        std::cerr << "pelto: " << printable(report.path) << ": warning: ends " << report.missing_bytes
-                  << " bytes before what its header promises; they read as zero\n";
+        object["error"] = *report.error;
+        return object;
     }
+    object["codec"] = report.file.codec;
+    object["textureType"] = report.file.texture_type;
+    object["width"] = report.width();
+    object["height"] = report.height();
+    object["slices"] = report.file.slices;
+    object["levels"] = report.level_count();
+    object["bytes"] = report.image.getBasisFileSize();
+    object["alpha"] = report.file.alpha;
+    object["srgb"] = report.file.srgb;
+    object["yFlipped"] = report.file.y_flipped;
+    object["transcodable"] = report.transcodable;
+    return object;
 }
 
-ExitStatus inspect(const Options& options) {
+void complain(const std::string& path, const std::string& what) {
+    std::cerr << "pelto: " << printable(path) << ": " << printable(what) << '\n';
+}
+
+struct Findings {
     ExitStatus status = kExitSuccess;
     nlohmann::ordered_json objects = nlohmann::ordered_json::array();
-    std::vector<std::vector<std::string>> rows;
-    for (const std::string& file : options.files) {
-        const DDSReport report = report_dds(file, options.flip, options.header_only);
-        complain(report);
-        if (report.error) status = kExitFailure;
-        if (options.json) {
-            objects.push_back(json_of(report, options));
-        } else if (!report.error) {
-            rows.push_back(row_of(report, options));
-        }
+    std::vector<Row> dds_rows;
+    std::vector<Row> basis_rows;
+};
+
+void inspect_dds(const std::string& path, const Options& options, Findings& findings) {
+    const DDSReport report = report_dds(path, options.flip, options.header_only);
+    findings.objects.push_back(json_of(report, options));
+    if (report.error) {
+        complain(path, *report.error);
+        findings.status = kExitFailure;
+        return;
     }
-    if (options.json) {
-        // File names need not be UTF-8.
-        constexpr auto kReplace = nlohmann::ordered_json::error_handler_t::replace;
-        std::cout << objects.dump(2, ' ', false, kReplace) << '\n';
-    } else if (!rows.empty()) {
+    if (report.missing_bytes > 0) {
+        complain(path, "warning: ends " + std::to_string(report.missing_bytes) +
+                           " bytes before what its header promises; they read as zero");
+    }
+    findings.dds_rows.push_back(row_of(report, options));
+}
+
+void inspect_basis(const std::string& path, Findings& findings) {
+    BasisReport report;
+    report_basis(path, report);
+    findings.objects.push_back(json_of(report));
+    if (report.error) {
+        complain(path, *report.error);
+        findings.status = kExitFailure;
+        return;
+    }
+    findings.basis_rows.push_back(row_of(report));
+}
+
+void print_tables(const Findings& findings) {
+    if (!findings.dds_rows.empty()) {
         print_table(std::cout,
                     {{"path"},
                      {"format"},
@@ -106,20 +162,52 @@ ExitStatus inspect(const Options& options) {
                      {"levels", Align::kRight},
                      {"bytes", Align::kRight},
                      {"flags"}},
-                    rows);
+                    findings.dds_rows);
     }
-    return status;
+    if (!findings.dds_rows.empty() && !findings.basis_rows.empty()) std::cout << '\n';
+    if (!findings.basis_rows.empty()) {
+        print_table(std::cout,
+                    {{"path"},
+                     {"codec"},
+                     {"texture type"},
+                     {"width x height", Align::kRight},
+                     {"slices", Align::kRight},
+                     {"levels", Align::kRight},
+                     {"bytes", Align::kRight},
+                     {"flags"}},
+                    findings.basis_rows);
+    }
+}
+
+ExitStatus inspect(const Options& options) {
+    Findings findings;
+    for (const std::string& file : options.files) {
+        if (is_basis(file)) {
+            inspect_basis(file, findings);
+        } else {
+            inspect_dds(file, options, findings);
+        }
+    }
+    if (options.json) {
+        // File names need not be UTF-8.
+        constexpr auto kReplace = nlohmann::ordered_json::error_handler_t::replace;
+        std::cout << findings.objects.dump(2, ' ', false, kReplace) << '\n';
+    } else {
+        print_tables(findings);
+    }
+    return findings.status;
 }
 
 }  // namespace
 
 void add_inspect(CLI::App& app, ExitStatus& status) {
     const auto options = std::make_shared<Options>();
-    CLI::App* const command = app.add_subcommand("inspect", "Show what DDS files hold, a row each");
-    command->add_option("FILE", options->files, "DDS files to read")->required();
+    CLI::App* const command =
+        app.add_subcommand("inspect", "Show what DDS and .basis files hold, a row each");
+    command->add_option("FILE", options->files, "DDS and .basis files to read")->required();
     command->add_flag("--json", options->json, "Print a JSON array of objects instead of a table");
     command->add_flag("--header-only", options->header_only,
-                      "Read the headers only: no pixels, no byte counts");
-    command->add_flag("--flip", options->flip, "Load the images upside down");
+                      "Of DDS files, read the headers only: no pixels, no byte counts");
+    command->add_flag("--flip", options->flip, "Load the images of DDS files upside down");
     command->callback([options, &status] { status = inspect(*options); });
 }

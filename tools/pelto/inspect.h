@@ -1,4 +1,4 @@
-// pelto inspect: what DDS files hold.
+// pelto inspect: what DDS and .basis files hold.
 #ifndef PELTO_TOOL_INSPECT_H
 #define PELTO_TOOL_INSPECT_H
 

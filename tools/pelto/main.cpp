@@ -8,17 +8,19 @@
 #include "exit_status.h"
 #include "inspect.h"
 #include "size.h"
+#include "transcode.h"
 
 namespace {
 
 ExitStatus run(int argc, char** argv) {
-    CLI::App app("pelto looks into texture files and counts their bytes.", "pelto");
+    CLI::App app("pelto looks into texture files, counts their bytes, and transcodes them.", "pelto");
     app.set_version_flag("--version", "pelto " PELTO_VERSION);
     app.require_subcommand(1);
-    app.footer("Exit status: 0 done, 1 something could not be read or counted, 2 wrong usage.");
+    app.footer("Exit status: 0 done, 1 something could not be read, counted or written, 2 wrong usage.");
     ExitStatus status = kExitSuccess;
     add_inspect(app, status);
     add_size(app, status);
+    add_transcode(app, status);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& help_or_version) {

@@ -1,0 +1,179 @@
+#include "transcode.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vBasisImage.h>
+#include <vector>
+
+#include "basis_report.h"
+#include "dds_writer.h"
+#include "printable.h"
+#include "progress.h"
+#include "whole_file.h"
+
+namespace {
+
+constexpr char kAll[] = "all";
+
+struct Options {
+    std::string file;
+    std::string usage;
+    std::string level = kAll;
+    std::string slice = "0";
+    std::string output;
+};
+
+struct Target {
+    TOZ::EUsageFormat usage;
+    const char* four_cc;
+};
+
+const std::map<std::string, Target> kTargets = {{"bc1", {TOZ::eUsageFormatBC1, "DXT1"}},
+                                                {"bc3", {TOZ::eUsageFormatBC3, "DXT5"}},
+                                                {"bc4", {TOZ::eUsageFormatBC4, "BC4U"}},
+                                                {"bc5", {TOZ::eUsageFormatBC5, "BC5U"}}};
+
+// The numbers below `count` that an option names.
+std::vector<std::uint32_t> chosen(const std::string& what, const std::string& option, std::uint32_t count) {
+    std::vector<std::uint32_t> numbers;
+    if (option == kAll) {
+        for (std::uint32_t i = 0; i < count; ++i) numbers.push_back(i);
+        return numbers;
+    }
+    const unsigned long number = std::stoul(option);
+    if (number >= count) {
+        throw std::runtime_error("there is no " + what + " " + option + ": the last one is " +
+                                 std::to_string(count - 1));
+    }
+    return {static_cast<std::uint32_t>(number)};
+}
+
+std::string transcoded(const BasisReport& report, std::uint32_t slice, std::uint32_t level,
+                       const Options& options) {
+    unsigned char* blocks = nullptr;
+    unsigned int size = 0;
+    if (!report.image.getImage(level, slice, blocks, size, kTargets.at(options.usage).usage)) {
+        throw std::runtime_error("level " + std::to_string(level) + " of slice " + std::to_string(slice) +
+                                 " cannot be transcoded to " + options.usage + ": its " + report.file.codec +
+                                 " data is damaged, or has no such form");
+    }
+    const std::unique_ptr<unsigned char[]> owned(blocks);
+    return {reinterpret_cast<const char*>(blocks), size};
+}
+
+std::string extent(std::uint32_t width, std::uint32_t height) {
+    return std::to_string(width) + " x " + std::to_string(height);
+}
+
+// The levels of a DDS file halve from one to the next, which those of a .basis file need not.
+void check_extent(const BasisLevel& level, std::size_t index, const DDSContent& content) {
+    const auto halved = [&](std::uint32_t pixels) { return index < 32 ? std::max(pixels >> index, 1u) : 1u; };
+    const std::uint32_t width = halved(content.width);
+    const std::uint32_t height = halved(content.height);
+    if (level.width == width && level.height == height) return;
+    throw std::runtime_error("level " + std::to_string(level.level) + " of slice " +
+                             std::to_string(level.slice) + " is " + extent(level.width, level.height) +
+                             " pixels, where a DDS file has " + extent(width, height) +
+                             ": take the levels one by one with --level");
+}
+
+std::string dds_of_slice(const BasisReport& report, std::uint32_t slice, const Options& options,
+                         Progress& progress) {
+    DDSContent content;
+    content.four_cc = kTargets.at(options.usage).four_cc;
+    for (const std::uint32_t number : chosen("level", options.level, report.file.level_count(slice))) {
+        const BasisLevel* const level = report.file.find(slice, number);
+        if (!level) throw std::runtime_error("its table has no level " + std::to_string(number));
+        if (content.levels.empty()) {
+            content.width = level->width;
+            content.height = level->height;
+        }
+        check_extent(*level, content.levels.size(), content);
+        content.levels.push_back(transcoded(report, slice, number, options));
+        progress.step();
+    }
+    if (content.levels.empty()) throw std::runtime_error("slice " + std::to_string(slice) + " has no levels");
+    return dds_bytes(content);
+}
+
+// OUT.dds, or OUT.N.dds where several slices are written.
+std::string output_path(const Options& options, std::uint32_t slice, bool several) {
+    if (!several) return options.output;
+    const std::filesystem::path path(options.output);
+    const std::string name = path.stem().string() + "." + std::to_string(slice) + path.extension().string();
+    return (path.parent_path() / name).string();
+}
+
+void transcode_slices(const BasisReport& report, const Options& options) {
+    const std::vector<std::uint32_t> slices = chosen("slice", options.slice, report.file.slices);
+    std::size_t steps = 0;
+    for (const std::uint32_t slice : slices) {
+        steps += options.level == kAll ? report.file.level_count(slice) : 1;
+    }
+    std::vector<std::string> files;
+    {
+        Progress progress("transcoding", steps);
+        for (const std::uint32_t slice : slices)
+            files.push_back(dds_of_slice(report, slice, options, progress));
+    }
+    for (std::size_t i = 0; i < slices.size(); ++i) {
+        write_whole_file(output_path(options, slices[i], slices.size() > 1), files[i]);
+    }
+}
+
+ExitStatus transcode(const Options& options) {
+    const std::string where = "pelto: " + printable(options.file) + ": ";
+    BasisReport report;
+    report_basis(options.file, report);
+    if (!report.error && !report.transcodable) {
+        report.error =
+            "is a " + report.file.texture_type + ": only 2D textures and arrays of them are transcoded";
+    }
+    if (report.error) {
+        std::cerr << where << printable(*report.error) << '\n';
+        return kExitFailure;
+    }
+    try {
+        transcode_slices(report, options);
+    } catch (const std::runtime_error& error) {
+        std::cerr << where << error.what() << '\n';
+        return kExitFailure;
+    }
+    return kExitSuccess;
+}
+
+std::string number_or_all(const std::string& text) {
+    const bool number = !text.empty() && text.size() <= 9 &&
+                        std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return number || text == kAll ? "" : "'" + text + "' is neither a number nor \"all\"";
+}
+
+}  // namespace
+
+void add_transcode(CLI::App& app, ExitStatus& status) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* const command = app.add_subcommand("transcode", "Make DDS files from a .basis file");
+    const CLI::Validator number_or_all_of_them(number_or_all, "N|all");
+    command->add_option("FILE", options->file, "A .basis file with 2D textures")->required();
+    command->add_option("--usage", options->usage, "The blocks to make: bc1, bc3, bc4 or bc5")
+        ->required()
+        ->check(CLI::IsMember(kTargets));
+    command->add_option("--level", options->level, "The mip level to take, or \"all\" (where it is left out)")
+        ->check(number_or_all_of_them);
+    command
+        ->add_option(
+            "--slice", options->slice,
+            "The slice to take (0 where it is left out), or \"all\": a file each, OUT.0.dds, OUT.1.dds ...")
+        ->check(number_or_all_of_them);
+    command
+        ->add_option("-o,--output", options->output, "The DDS file to write; it is replaced where it exists")
+        ->required();
+    command->callback([options, &status] { status = transcode(*options); });
+}
