@@ -1,0 +1,264 @@
+// pelto transcode, run as a user runs it, and pelto inspect on .basis files.
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <sys/stat.h>
+#include <vBasisImage.h>
+#include <vDDSImage.h>
+#include <vector>
+
+#include "support/command.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+using namespace support;
+using nlohmann::json;
+
+std::string fixture(const std::string& name) { return PELTO_BASIS_FIXTURES "/" + name + ".basis"; }
+
+std::string blocks_of(const std::string& path, unsigned int slice, unsigned int level,
+                      TOZ::EUsageFormat usage) {
+    TOZ::vBasisImage basis;
+    EXPECT_TRUE(basis.load(path.c_str()));
+    unsigned char* blocks = nullptr;
+    unsigned int size = 0;
+    EXPECT_TRUE(basis.getImage(level, slice, blocks, size, usage));
+    const std::unique_ptr<unsigned char[]> owned(blocks);
+    return {reinterpret_cast<const char*>(blocks), size};
+}
+
+std::string pixels_of(vDDSImage& image, int level) {
+    if (level == 0) return {static_cast<char*>(image), image.get_size()};
+    const vDDSSurface& mip = image.get_mipmap(level - 1);
+    return {static_cast<char*>(mip), mip.get_size()};
+}
+
+std::string bytes_of(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+class Transcode : public testing::Test {
+protected:
+    std::string output(const std::string& name = "out.dds") const { return folder_.path(name); }
+
+    std::vector<std::string> files() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.path("."))) {
+            names.push_back(entry.path().filename().string());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    const TemporaryFolder folder_;
+};
+
+struct Usage {
+    const char* name;
+    TOZ::EUsageFormat usage;
+    TOZ::SUPPORTED_FORMAT::Type format;
+};
+
+constexpr Usage kUsages[] = {{"bc1", TOZ::eUsageFormatBC1, TOZ::SUPPORTED_FORMAT::DXT1},
+                             {"bc3", TOZ::eUsageFormatBC3, TOZ::SUPPORTED_FORMAT::DXT5},
+                             {"bc4", TOZ::eUsageFormatBC4, TOZ::SUPPORTED_FORMAT::BC4U},
+                             {"bc5", TOZ::eUsageFormatBC5, TOZ::SUPPORTED_FORMAT::BC5U}};
+
+TEST_F(Transcode, WritesEveryLevelInEveryUsage) {
+    for (const char* const name : {"etc1s_alpha_mips", "uastc_mips", "etc1s_257x129", "uastc_1x37"}) {
+        for (const Usage& usage : kUsages) {
+            SCOPED_TRACE(std::string(name) + " " + usage.name);
+            const CommandResult result =
+                run_pelto({"transcode", fixture(name), "--usage", usage.name, "-o", output()});
+            ASSERT_EQ(result.status, 0) << result.err;
+            EXPECT_EQ(result.out + result.err, "");
+
+            TOZ::vBasisImage basis;
+            ASSERT_TRUE(basis.load(fixture(name).c_str()));
+            vDDSImage image;
+            ASSERT_TRUE(image.load(output(), false, false));
+            EXPECT_EQ(image.get_format(), usage.format);
+            ASSERT_EQ(image.get_num_mipmaps() + 1, basis.getNumMipLevels());
+            for (int level = 0; level < basis.getNumMipLevels(); ++level) {
+                EXPECT_EQ(pixels_of(image, level),
+                          blocks_of(fixture(name), 0, static_cast<unsigned int>(level), usage.usage));
+            }
+        }
+    }
+}
+
+TEST_F(Transcode, KeepsTheExtentInPixels) {
+    run_pelto({"transcode", fixture("etc1s_30x10"), "--usage", "bc1", "-o", output()});
+    vDDSImage image;
+    ASSERT_TRUE(image.load(output(), false, false));
+    EXPECT_EQ(image.get_width(), 30);
+    EXPECT_EQ(image.get_height(), 10);
+}
+
+TEST_F(Transcode, TakesOneLevelWithItsOwnExtent) {
+    run_pelto({"transcode", fixture("etc1s_mips"), "--usage", "bc1", "--level", "2", "-o", output()});
+    vDDSImage image;
+    ASSERT_TRUE(image.load(output(), false, false));
+    EXPECT_EQ(image.get_width(), 61 / 4);
+    EXPECT_EQ(image.get_height(), 18 / 4);
+    EXPECT_EQ(image.get_num_mipmaps(), 0);
+    EXPECT_EQ(pixels_of(image, 0), blocks_of(fixture("etc1s_mips"), 0, 2, TOZ::eUsageFormatBC1));
+}
+
+TEST_F(Transcode, TakesOneSlice) {
+    run_pelto({"transcode", fixture("uastc_alpha_array"), "--usage", "bc3", "--slice", "2", "-o", output()});
+    vDDSImage image;
+    ASSERT_TRUE(image.load(output(), false, false));
+    EXPECT_EQ(pixels_of(image, 0), blocks_of(fixture("uastc_alpha_array"), 2, 0, TOZ::eUsageFormatBC3));
+}
+
+TEST_F(Transcode, WritesAFileForEachOfAllSlices) {
+    const CommandResult result = run_pelto(
+        {"transcode", fixture("etc1s_different_sizes"), "--usage", "bc4", "--slice", "all", "-o", output()});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(files(), (std::vector<std::string>{"out.0.dds", "out.1.dds", "out.2.dds"}));
+    for (unsigned int slice = 0; slice < 3; ++slice) {
+        vDDSImage image;
+        ASSERT_TRUE(image.load(output("out." + std::to_string(slice) + ".dds"), false, false));
+        EXPECT_EQ(image.get_width(), 40 >> slice);
+        EXPECT_EQ(pixels_of(image, 1),
+                  blocks_of(fixture("etc1s_different_sizes"), slice, 1, TOZ::eUsageFormatBC4));
+    }
+}
+
+TEST_F(Transcode, WritesTheNamedFileForTheOnlySlice) {
+    run_pelto({"transcode", fixture("etc1s_4x4"), "--usage", "bc1", "--slice", "all", "-o", output()});
+    EXPECT_EQ(files(), std::vector<std::string>{"out.dds"});
+}
+
+TEST_F(Transcode, SaysWhichLevelsAndSlicesThereAre) {
+    const CommandResult level =
+        run_pelto({"transcode", fixture("etc1s_4x4"), "--usage", "bc1", "--level", "1", "-o", output()});
+    EXPECT_EQ(level.status, 1);
+    EXPECT_NE(level.err.find("there is no level 1: the last one is 0"), std::string::npos) << level.err;
+    const CommandResult slice =
+        run_pelto({"transcode", fixture("etc1s_array"), "--usage", "bc1", "--slice", "3", "-o", output()});
+    EXPECT_EQ(slice.status, 1);
+    EXPECT_NE(slice.err.find("there is no slice 3: the last one is 2"), std::string::npos) << slice.err;
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(Transcode, RefusesWhatIsNot2D) {
+    const CommandResult result =
+        run_pelto({"transcode", fixture("etc1s_video"), "--usage", "bc1", "-o", output()});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("is a video"), std::string::npos) << result.err;
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(Transcode, ExplainsWhatIsNoBasisFile) {
+    const std::string other = folder_.write("other.basis", "hello");
+    const CommandResult result = run_pelto({"transcode", other, "--usage", "bc1", "-o", output()});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("is not a .basis file: it starts with \"he\" instead of \"sB\""),
+              std::string::npos)
+        << result.err;
+}
+
+TEST_F(Transcode, ExplainsAFileThatIsCutShort) {
+    const std::string whole = bytes_of(fixture("etc1s_30x10"));
+    const std::string cut = folder_.write("cut.basis", whole.substr(0, whole.size() - 1));
+    const CommandResult result = run_pelto({"transcode", cut, "--usage", "bc1", "-o", output()});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("cut short"), std::string::npos) << result.err;
+}
+
+TEST_F(Transcode, ExplainsFilesThatCannotBeRead) {
+    const std::string pipe = output("pipe.basis");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    for (const std::string& path :
+         {output("missing.basis"), folder_.path("."), pipe, folder_.write("empty.basis", "")}) {
+        const CommandResult result = run_pelto({"transcode", path, "--usage", "bc1", "-o", output()});
+        EXPECT_EQ(result.status, 1) << path;
+        EXPECT_NE(result.err.find(path), std::string::npos) << result.err;
+    }
+    EXPECT_FALSE(std::filesystem::exists(output()));
+}
+
+TEST_F(Transcode, ReplacesAFileOnlyByAWholeOne) {
+    folder_.write("out.dds", "before");
+    run_pelto({"transcode", fixture("etc1s_video"), "--usage", "bc1", "-o", output()});
+    EXPECT_EQ(bytes_of(output()), "before");
+    run_pelto({"transcode", fixture("etc1s_4x4"), "--usage", "bc1", "-o", output()});
+    EXPECT_EQ(bytes_of(output()).size(), 128u + 8u);
+    EXPECT_EQ(files(), std::vector<std::string>{"out.dds"});
+}
+
+TEST_F(Transcode, SaysWhyTheOutputCannotBeWritten) {
+    for (const std::string& path : {output("no/such/folder/out.dds"), folder_.path(".")}) {
+        const CommandResult result =
+            run_pelto({"transcode", fixture("etc1s_4x4"), "--usage", "bc1", "-o", path});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_NE(result.err.find(path + " cannot be written: "), std::string::npos) << result.err;
+    }
+    EXPECT_TRUE(files().empty());
+}
+
+TEST_F(Transcode, WrongUsageIsToldFromFailure) {
+    const std::string file = fixture("etc1s_4x4");
+    EXPECT_EQ(run_pelto({"transcode", file, "-o", output()}).status, 2);
+    EXPECT_EQ(run_pelto({"transcode", file, "--usage", "bc7", "-o", output()}).status, 2);
+    EXPECT_EQ(run_pelto({"transcode", file, "--usage", "bc1"}).status, 2);
+    for (const char* const number : {"-1", "x", "1x", "99999999999"}) {
+        EXPECT_EQ(run_pelto({"transcode", file, "--usage", "bc1", "--level", number, "-o", output()}).status,
+                  2);
+    }
+}
+
+TEST(InspectBasis, PrintsAsJSONWhatAFileHolds) {
+    const CommandResult result = run_pelto({"inspect", "--json", fixture("etc1s_alpha_array_mips")});
+    ASSERT_EQ(result.status, 0) << result.err;
+    const json object = json::parse(result.out).at(0);
+    EXPECT_EQ(object["codec"], "ETC1S");
+    EXPECT_EQ(object["textureType"], "2D array");
+    EXPECT_EQ(object["width"], 30);
+    EXPECT_EQ(object["height"], 10);
+    EXPECT_EQ(object["slices"], 3);
+    EXPECT_EQ(object["levels"], 5);
+    EXPECT_EQ(object["bytes"], std::filesystem::file_size(fixture("etc1s_alpha_array_mips")));
+    EXPECT_EQ(object["alpha"], true);
+    EXPECT_EQ(object["transcodable"], true);
+}
+
+TEST(InspectBasis, ShowsWhatCannotBeTranscodedToo) {
+    const CommandResult result =
+        run_pelto({"inspect", fixture("uastc_cube_map"), fixture("etc1s_video"), fixture("etc1s_volume")});
+    EXPECT_EQ(result.status, 0) << result.err;
+    for (const char* const type : {"cube map", "video", "volume"}) {
+        EXPECT_NE(result.out.find(type), std::string::npos) << result.out;
+    }
+    const json object = json::parse(run_pelto({"inspect", "--json", fixture("uastc_cube_map")}).out).at(0);
+    EXPECT_EQ(object["transcodable"], false);
+    EXPECT_EQ(object["slices"], 6);
+}
+
+TEST(InspectBasis, GoesByContentNotByName) {
+    const TemporaryFolder folder;
+    const std::string renamed = folder.write("texture.dds", bytes_of(fixture("uastc_4x4")));
+    const CommandResult result = run_pelto({"inspect", renamed});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_NE(result.out.find("UASTC LDR 4x4"), std::string::npos) << result.out;
+}
+
+TEST(InspectBasis, SaysWhatIsWrongWithADamagedFile) {
+    const TemporaryFolder folder;
+    const std::string cut = folder.write("cut.basis", bytes_of(fixture("uastc_4x4")).substr(0, 90));
+    const CommandResult result = run_pelto({"inspect", cut, fixture("uastc_4x4")});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("cut.basis: is damaged or cut short"), std::string::npos) << result.err;
+    EXPECT_NE(result.out.find("uastc_4x4.basis"), std::string::npos) << result.out;
+}
+
+}  // namespace
