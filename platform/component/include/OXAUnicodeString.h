@@ -11,7 +11,8 @@
 ///
 /// 8-bit text is taken as UTF-8 and kept byte by byte, valid or not: nothing here fails on bad text. The
 /// memory of a string that is assigned to or appended to is used again. The only exceptions are
-/// std::bad_alloc and, at the limit of std::string, std::length_error; the string is unchanged then.
+/// std::bad_alloc and, at the limit of std::string, std::length_error; the string is unchanged then, except
+/// by AssignUtf16, which leaves a text that is not specified.
 ///
 /// Threads: distinct strings are independent; one string may be read by several threads while none changes
 /// it.
