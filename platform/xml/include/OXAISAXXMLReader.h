@@ -21,10 +21,13 @@
 ///   whatever it declares. Every byte is checked: no malformed or truncated sequence, no zero character.
 /// - External general entities are not read. A DTD and what it includes is read from regular files in the
 ///   document's own folder or below, symbolic links resolved; a text in memory has no folder.
-/// - Elements nest 10,000 deep at most.
-/// - An entity's text and the default of an attribute have 65,536 characters at most; entities are expanded
-///   a limited number of times, and so are the characters that come of it.
-/// - The parser's memory for one document is limited: 384 MiB at one time.
+/// - Elements nest 10,000 deep at most, and few of them so deep, or among so many namespace declarations, that
+///   looking those up takes long.
+/// - The text of an entity has 65,536 characters at most. Entities are expanded 100,000 times at most, less
+///   often when they are long, and what comes of entities and defaults may make a large document about four
+///   times as long, a small one longer.
+/// - A content model of a DTD has some thousand names at most.
+/// - The memory that the parser takes for one document is limited: 256 MiB at one time.
 class PELTO_XML_API OXAISAXXMLReader : public OXABaseUnknown {
 public:
     /// Sets a feature of OXASAXXMLReaderOptions for the following parses; E_NOTIMPL for an unknown name.

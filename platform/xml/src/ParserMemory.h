@@ -1,0 +1,35 @@
+// The memory of the parser, within limits.
+#ifndef PARSER_MEMORY_H
+#define PARSER_MEMORY_H
+
+#include <cstddef>
+#include <xercesc/framework/MemoryManager.hpp>
+
+#include "DocumentCost.h"
+#include "ParseLocator.h"
+
+namespace sax {
+
+/// Takes blocks from the global allocation functions. A block over a limit throws Refusal, with the place
+/// where the parse is.
+class ParserMemory final : public xercesc::MemoryManager {
+public:
+    /// From here on memory counts for the document of `cost`; both must live until end is called.
+    void begin(DocumentCost& cost, const ParseLocator& locator);
+    void end();
+
+    xercesc::MemoryManager* getExceptionMemoryManager() override;
+    void* allocate(XMLSize_t size) override;
+    void deallocate(void* block) override;
+
+private:
+    const char* count(std::size_t size);
+
+    DocumentCost* cost_ = nullptr;
+    const ParseLocator* locator_ = nullptr;
+    std::size_t held_ = 0;
+};
+
+}  // namespace sax
+
+#endif
