@@ -22,7 +22,8 @@ public:
     /// Does not come after a fatal error.
     virtual HRESULT EndDocument() = 0;
 
-    /// `uri` is empty where the element has no namespace; `qName` is the name as in the document.
+    /// `uri` is empty where the element has no namespace; `localName` is the name without its prefix, `qName`
+    /// the name as in the document. When the reader does not process namespaces, `qName` is all there is.
     virtual HRESULT StartElement(const OXAUnicodeString& uri, const OXAUnicodeString& localName,
                                  const OXAUnicodeString& qName, const OXAISAXAttributes_var& attributes) = 0;
 

@@ -21,7 +21,8 @@
 ///   whatever it declares. Every byte is checked: no malformed or truncated sequence, no zero character.
 /// - External general entities are not read. A DTD and what it includes is read from regular files in the
 ///   document's own folder or below, symbolic links resolved; a text in memory has no folder.
-/// - Elements nest 10,000 deep at most, and few of them so deep, or among so many namespace declarations, that
+/// - Elements nest 10,000 deep at most, and few of them so deep, or among so many namespace declarations,
+/// that
 ///   looking those up takes long.
 /// - The text of an entity has 65,536 characters at most. Entities are expanded 100,000 times at most, less
 ///   often when they are long, and what comes of entities and defaults may make a large document about four

@@ -17,6 +17,9 @@ public:
     /// namespace is the usual key. Its content, and that of the files it includes, is kept: a file that
     /// changes later counts only when it is loaded again.
     ///
+    /// Schemas of one namespace under different keys complement each other: of a name that several declare,
+    /// the first declaration holds.
+    ///
     /// Problems go to the reader's error handler. E_FAIL when there is an error among them: then the schemas
     /// loaded before stay as they were. E_POINTER for a null source; E_FAIL within a callback of the
     /// reader's.

@@ -9,7 +9,7 @@ public:
     static constexpr const char* ValidationFeature = "http://xml.org/sax/features/validation";
 
     /// Namespaces are processed: elements and attributes have a URI and a local name. At first true; schemas
-    /// need it.
+    /// need it. Without it names have neither.
     static constexpr const char* NamespacesFeature = "http://xml.org/sax/features/namespaces";
 
     /// Declarations of namespaces are reported as attributes too. At first false.

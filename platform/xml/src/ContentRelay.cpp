@@ -33,12 +33,7 @@ template <class Event>
 void ContentRelay::pass(Event event) {
     if (handler_.IsNull() || ++events_ <= passed_on_) return;
     passed_on_ = events_;
-    try {
-        event(*handler_.Get());
-    } catch (...) {
-        locator_.remember();
-        throw;
-    }
+    locator_.around([&] { event(*handler_.Get()); });
 }
 
 void ContentRelay::charge(const char* exceeded) const {

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "limits.h"
+#include "document_limits.h"
 
 namespace sax {
 

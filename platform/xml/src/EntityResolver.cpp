@@ -12,7 +12,7 @@
 namespace sax {
 
 EntityResolver::EntityResolver(std::string document, OXAISAXContentHandler_var handler,
-                               const ContentRelay& content, const ParseLocator& locator, DocumentCost& cost)
+                               const ContentRelay& content, ParseLocator& locator, DocumentCost& cost)
     : document_(std::move(document)),
       handler_(std::move(handler)),
       content_(content),
@@ -34,7 +34,10 @@ xercesc::InputSource* EntityResolver::resolveEntity(xercesc::XMLResourceIdentifi
 xercesc::InputSource* EntityResolver::from_handler(const std::string& public_id,
                                                    const std::string& system_id) const {
     OXAISAXInputSource_var found;
-    if (!handler_.IsNull()) handler_->ResolveEntity(to_unicode(public_id), to_unicode(system_id), found);
+    if (!handler_.IsNull()) {
+        locator_.around(
+            [&] { handler_->ResolveEntity(to_unicode(public_id), to_unicode(system_id), found); });
+    }
     if (found.IsNull()) return nullptr;
     const auto* source = dynamic_cast<const InputSource*>(found.Get());
     if (!source) throw InputError("the handler's source is not one of a factory's");

@@ -18,7 +18,7 @@ class EntityResolver final : public xercesc::XMLEntityResolver {
 public:
     /// `document` is the path of the document; empty for a text. The others outlive the resolver.
     EntityResolver(std::string document, OXAISAXContentHandler_var handler, const ContentRelay& content,
-                   const ParseLocator& locator, DocumentCost& cost);
+                   ParseLocator& locator, DocumentCost& cost);
 
     xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* resource) override;
 
@@ -30,7 +30,7 @@ private:
     std::string document_;
     OXAISAXContentHandler_var handler_;
     const ContentRelay& content_;
-    const ParseLocator& locator_;
+    ParseLocator& locator_;
     DocumentCost& cost_;
 };
 

@@ -60,12 +60,7 @@ void ErrorRelay::resetErrors() {}
 
 void ErrorRelay::pass(Operation operation, OXASAXParseException exception) {
     if (handler_.IsNull()) return;
-    try {
-        (handler_.Get()->*operation)(&exception);
-    } catch (...) {
-        locator_.remember();
-        throw;
-    }
+    locator_.around([&] { (handler_.Get()->*operation)(&exception); });
 }
 
 }  // namespace sax

@@ -24,6 +24,17 @@ public:
     /// Where the parse is, or the position that is remembered.
     Position position() const;
 
+    /// Makes a call of a handler's. When it throws, remembers where the parse is: it ends there.
+    template <class Call>
+    void around(Call call) {
+        try {
+            call();
+        } catch (...) {
+            remember();
+            throw;
+        }
+    }
+
     /// Remembers where the parse is, and follows it no longer.
     void remember();
 

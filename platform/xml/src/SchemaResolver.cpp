@@ -5,8 +5,8 @@
 
 #include "InputError.h"
 #include "check_schema_document.h"
+#include "document_limits.h"
 #include "external_file.h"
-#include "limits.h"
 #include "text.h"
 
 namespace sax {

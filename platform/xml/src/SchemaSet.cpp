@@ -6,7 +6,7 @@
 #include "DocumentCost.h"
 #include "XercesParser.h"
 #include "check_schema_document.h"
-#include "limits.h"
+#include "document_limits.h"
 #include "report_refusals.h"
 
 namespace sax {

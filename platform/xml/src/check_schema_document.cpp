@@ -1,6 +1,6 @@
 #include "check_schema_document.h"
 
-#include "limits.h"
+#include "document_limits.h"
 #include "parse_document.h"
 
 namespace sax {

@@ -8,7 +8,7 @@
 #include "ParseLocator.h"
 #include "SchemaPool.h"
 #include "XercesParser.h"
-#include "limits.h"
+#include "document_limits.h"
 
 namespace sax {
 

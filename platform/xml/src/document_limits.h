@@ -1,7 +1,7 @@
 // What one document may cost. Each limit is far above what documents need, and keeps the worst of them to
 // seconds.
-#ifndef LIMITS_H
-#define LIMITS_H
+#ifndef DOCUMENT_LIMITS_H
+#define DOCUMENT_LIMITS_H
 
 #include <cstddef>
 #include <cstdint>
