@@ -10,11 +10,6 @@
 namespace sax {
 namespace {
 
-/// Stands before each block and keeps its alignment.
-struct alignas(std::max_align_t) BlockHeader {
-    std::size_t size;
-};
-
 /// What the parser asks for when it makes a T: before each object stands a pointer to its memory manager.
 template <class T>
 std::size_t size_of_new() {
@@ -23,6 +18,12 @@ std::size_t size_of_new() {
 }
 
 }  // namespace
+
+ParserMemory::ParserMemory() : ring_{&ring_, &ring_, 0} {}
+
+ParserMemory::~ParserMemory() {
+    while (ring_.after != &ring_) deallocate(ring_.after + 1);
+}
 
 void ParserMemory::begin(DocumentCost& cost, const ParseLocator& locator) {
     cost_ = &cost;
@@ -37,16 +38,20 @@ xercesc::MemoryManager* ParserMemory::getExceptionMemoryManager() {
 
 void* ParserMemory::allocate(XMLSize_t size) {
     if (const char* exceeded = cost_ ? count(size) : nullptr) throw Refusal{exceeded, locator_->position()};
-    auto* header = ::new (::operator new(sizeof(BlockHeader) + size)) BlockHeader{size};
+    auto* block = ::new (::operator new(sizeof(Block) + size)) Block{&ring_, ring_.after, size};
+    block->after->before = block;
+    ring_.after = block;
     held_ += size;
-    return header + 1;
+    return block + 1;
 }
 
-void ParserMemory::deallocate(void* block) {
-    if (!block) return;
-    auto* header = static_cast<BlockHeader*>(block) - 1;
-    held_ -= header->size;
-    ::operator delete(header);
+void ParserMemory::deallocate(void* content) {
+    if (!content) return;
+    auto* block = static_cast<Block*>(content) - 1;
+    block->before->after = block->after;
+    block->after->before = block->before;
+    held_ -= block->size;
+    ::operator delete(block);
 }
 
 /// The parser gives no sign of some of its work but the objects that it makes: a reader for each expansion of
