@@ -23,11 +23,12 @@ endif()
 if(way STREQUAL "own_platform")
     # A customer's platform: a package that provides the same targets.
     file(WRITE "${work}/platform/PeltoPlatformConfig.cmake" "
+        set(platform [==[${source}/platform]==])
         function(platform_library name file folder)
-            add_library(PeltoKernelTools::\${name} SHARED IMPORTED)
+            add_library(PeltoKernelTools::\${name} SHARED IMPORTED GLOBAL)
             set_target_properties(PeltoKernelTools::\${name} PROPERTIES
                 IMPORTED_LOCATION \${file}
-                INTERFACE_INCLUDE_DIRECTORIES [==[${source}/platform/]==]\${folder}/include)
+                INTERFACE_INCLUDE_DIRECTORIES \"\${platform}/\${folder}/include\")
         endfunction()
         platform_library(PeltoKernel [==[${kernel}]==] kernel)
         platform_library(PeltoComponent [==[${component}]==] component)

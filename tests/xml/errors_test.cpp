@@ -103,7 +103,7 @@ public:
     HRESULT Characters(const OXAUnicodeString& chars) override { return note(text_of(chars)); }
     HRESULT EndElement(const OXAUnicodeString&, const OXAUnicodeString& localName,
                        const OXAUnicodeString&) override {
-        return note("/" + text_of(localName));
+        return note(std::string("/").append(text_of(localName)));
     }
 
 private:

@@ -17,6 +17,10 @@ std::string repeated(std::string_view piece, std::size_t count) {
     return text;
 }
 
+std::string numbered(const char* before, int number, const char* after) {
+    return std::string(before).append(std::to_string(number)).append(after);
+}
+
 /// Hears nothing but problems: a recording of these documents would be larger than they are.
 class ProblemHandler final : public OXASAXDefaultHandler {
 public:
@@ -62,8 +66,8 @@ std::string outcome(const std::string& document) {
 std::string nested_entities(const std::string& innermost) {
     std::string dtd = "<!DOCTYPE a [<!ELEMENT a ANY><!ENTITY e0 \"" + innermost + "\">";
     for (int i = 1; i < 10; ++i) {
-        const std::string before = "&e" + std::to_string(i - 1) + ";";
-        dtd += "<!ENTITY e" + std::to_string(i) + " \"" + repeated(before, 10) + "\">";
+        const std::string before = numbered("&e", i - 1, ";");
+        dtd += numbered("<!ENTITY e", i, " \"") + repeated(before, 10) + "\">";
     }
     return dtd;
 }
@@ -117,7 +121,7 @@ TEST(HostileDocuments, DefaultsDoNotMakeADocumentLongWithoutEnd) {
                       repeated("<b/>", 100000) + "</a>"),
               "entities and defaults make the document too long");
     std::string many = "<!DOCTYPE a [<!ATTLIST b";
-    for (int i = 0; i < 10000; ++i) many += " c" + std::to_string(i) + " CDATA ''";
+    for (int i = 0; i < 10000; ++i) many += numbered(" c", i, " CDATA ''");
     EXPECT_EQ(outcome(many + ">]><a>" + repeated("<b/>", 100000) + "</a>"),
               "entities and defaults make the document too long");
 }
@@ -125,7 +129,7 @@ TEST(HostileDocuments, DefaultsDoNotMakeADocumentLongWithoutEnd) {
 TEST(HostileDocuments, EntitiesThatNestOrTurnInCirclesEnd) {
     std::string chain = "<!DOCTYPE a [<!ENTITY e0 'x'>";
     for (int i = 1; i < 20000; ++i) {
-        chain += "<!ENTITY e" + std::to_string(i) + " '&e" + std::to_string(i - 1) + ";'>";
+        chain += numbered("<!ENTITY e", i, " '") + numbered("&e", i - 1, ";'>");
     }
     EXPECT_EQ(outcome(chain + "]><a>&e19999;</a>"), "the document needs more memory than is allowed");
     const std::string circle = outcome("<!DOCTYPE a [<!ENTITY e '&f;'><!ENTITY f '&e;'>]><a>&e;</a>");
@@ -150,7 +154,7 @@ TEST(HostileDocuments, ManyElementsDoNotLieDeepOrAmongManyNamespaces) {
     const std::string too_many = "too many elements lie too deep or among too many namespace declarations";
     EXPECT_EQ(outcome(repeated("<a>", 9000) + repeated("<b/>", 1000000) + repeated("</a>", 9000)), too_many);
     std::string prefixes = "<a";
-    for (int i = 0; i < 50000; ++i) prefixes += " xmlns:p" + std::to_string(i) + "='u'";
+    for (int i = 0; i < 50000; ++i) prefixes += numbered(" xmlns:p", i, "='u'");
     EXPECT_EQ(outcome(prefixes + ">" + repeated("<b/>", 1000000) + "</a>"), too_many);
 }
 
@@ -164,14 +168,14 @@ TEST(HostileDocuments, FiftyMegabytesInOnePieceHaveAResult) {
 
 TEST(HostileDocuments, MillionsOfAttributesHaveAResult) {
     std::string element = "<a";
-    for (int i = 0; i < 3'000'000; ++i) element += " a" + std::to_string(i) + "=''";
+    for (int i = 0; i < 3'000'000; ++i) element += numbered(" a", i, "=''");
     EXPECT_EQ(outcome(element + "/>"), "the document needs more memory than is allowed");
 }
 
 TEST(HostileDocuments, AContentModelIsNotTooLarge) {
     const auto model = [](int names, const char* separator) {
         std::string text = "<!DOCTYPE a [<!ELEMENT a (b0";
-        for (int i = 1; i < names; ++i) text += separator + ("b" + std::to_string(i));
+        for (int i = 1; i < names; ++i) text += separator + numbered("b", i, "");
         return text + ")>]><a><b0/></a>";
     };
     for (const char* separator : {",", "|"}) {

@@ -1,10 +1,21 @@
 #include "xml/recording_handler.h"
 
+#include <initializer_list>
+#include <string_view>
+
 namespace xml_tests {
 namespace {
 
+std::string_view view_of(const OXAUnicodeString& text) { return {text.ConvertToChar(), text.Length()}; }
+
+std::string joined(std::initializer_list<std::string_view> pieces) {
+    std::string all;
+    for (const std::string_view piece : pieces) all += piece;
+    return all;
+}
+
 std::string in_braces(const OXAUnicodeString& uri) {
-    return uri.IsEmpty() ? std::string() : "{" + text_of(uri) + "}";
+    return uri.IsEmpty() ? std::string() : joined({"{", view_of(uri), "}"});
 }
 
 }  // namespace
@@ -24,7 +35,7 @@ HRESULT RecordingHandler::EndDocument() {
 HRESULT RecordingHandler::StartElement(const OXAUnicodeString& uri, const OXAUnicodeString& localName,
                                        const OXAUnicodeString& qName,
                                        const OXAISAXAttributes_var& attributes) {
-    std::string event = "<" + in_braces(uri) + text_of(localName) + " " + text_of(qName);
+    std::string event = joined({"<", in_braces(uri), view_of(localName), " ", view_of(qName)});
     unsigned int count = 0;
     attributes->GetLength(count);
     for (unsigned int i = 0; i < count; ++i) {
@@ -32,7 +43,7 @@ HRESULT RecordingHandler::StartElement(const OXAUnicodeString& uri, const OXAUni
         OXAUnicodeString value;
         attributes->GetQName(i, name);
         attributes->GetValue(i, value);
-        event += " " + text_of(name) + "=" + text_of(value);
+        event += joined({" ", view_of(name), "=", view_of(value)});
     }
     events.push_back(event + ">");
     return S_OK;
@@ -40,7 +51,7 @@ HRESULT RecordingHandler::StartElement(const OXAUnicodeString& uri, const OXAUni
 
 HRESULT RecordingHandler::EndElement(const OXAUnicodeString& uri, const OXAUnicodeString& localName,
                                      const OXAUnicodeString& qName) {
-    events.push_back("</" + in_braces(uri) + text_of(localName) + " " + text_of(qName) + ">");
+    events.push_back(joined({"</", in_braces(uri), view_of(localName), " ", view_of(qName), ">"}));
     return S_OK;
 }
 
@@ -52,13 +63,13 @@ HRESULT RecordingHandler::Characters(const OXAUnicodeString& chars) {
 }
 
 HRESULT RecordingHandler::IgnorableWhiteSpace(const OXAUnicodeString& chars) {
-    events.push_back("space " + std::to_string(chars.Length()));
+    events.push_back(joined({"space ", std::to_string(chars.Length())}));
     return S_OK;
 }
 
 HRESULT RecordingHandler::ProcessingInstruction(const OXAUnicodeString& target,
                                                 const OXAUnicodeString& data) {
-    events.push_back("<?" + text_of(target) + " " + text_of(data) + "?>");
+    events.push_back(joined({"<?", view_of(target), " ", view_of(data), "?>"}));
     return S_OK;
 }
 
@@ -69,26 +80,26 @@ HRESULT RecordingHandler::SetDocumentLocator(const OXAISAXLocator_var& given) {
 }
 
 HRESULT RecordingHandler::StartPrefixMapping(const OXAUnicodeString& prefix, const OXAUnicodeString& uri) {
-    events.push_back("prefix " + text_of(prefix) + "=" + text_of(uri));
+    events.push_back(joined({"prefix ", view_of(prefix), "=", view_of(uri)}));
     return S_OK;
 }
 
 HRESULT RecordingHandler::EndPrefixMapping(const OXAUnicodeString& prefix) {
-    events.push_back("end prefix " + text_of(prefix));
+    events.push_back(joined({"end prefix ", view_of(prefix)}));
     return S_OK;
 }
 
 HRESULT RecordingHandler::NotationDecl(const OXAUnicodeString& name, const OXAUnicodeString& publicId,
                                        const OXAUnicodeString& systemId) {
-    events.push_back("notation " + text_of(name) + " " + text_of(publicId) + " " + text_of(systemId));
+    events.push_back(joined({"notation ", view_of(name), " ", view_of(publicId), " ", view_of(systemId)}));
     return S_OK;
 }
 
 HRESULT RecordingHandler::UnparsedEntityDecl(const OXAUnicodeString& name, const OXAUnicodeString& publicId,
                                              const OXAUnicodeString& systemId,
                                              const OXAUnicodeString& notationName) {
-    events.push_back("unparsed " + text_of(name) + " " + text_of(publicId) + " " + text_of(systemId) + " " +
-                     text_of(notationName));
+    events.push_back(joined({"unparsed ", view_of(name), " ", view_of(publicId), " ", view_of(systemId), " ",
+                             view_of(notationName)}));
     return S_OK;
 }
 
