@@ -12,12 +12,14 @@
 namespace sax {
 
 EntityResolver::EntityResolver(std::string document, OXAISAXContentHandler_var handler,
-                               const ContentRelay& content, ParseLocator& locator, DocumentCost& cost)
+                               const ContentRelay& content, ParseLocator& locator, DocumentCost& cost,
+                               ParserInputs& inputs)
     : document_(std::move(document)),
       handler_(std::move(handler)),
       content_(content),
       locator_(locator),
-      cost_(cost) {}
+      cost_(cost),
+      inputs_(inputs) {}
 
 xercesc::InputSource* EntityResolver::resolveEntity(xercesc::XMLResourceIdentifier* resource) {
     const std::string public_id = to_utf8(resource->getPublicId());
@@ -44,7 +46,7 @@ xercesc::InputSource* EntityResolver::from_handler(const std::string& public_id,
     StreamName name = source->name();
     name.public_id = public_id;
     if (name.system_id.empty()) name.system_id = system_id;
-    return new CheckedInput(source->open(), std::move(name), cost_);
+    return inputs_.add(source->open(), std::move(name));
 }
 
 xercesc::InputSource* EntityResolver::from_folder(const std::string& public_id, const std::string& system_id,
@@ -53,7 +55,7 @@ xercesc::InputSource* EntityResolver::from_folder(const std::string& public_id, 
     const std::string path = path_below(document_, path_of(system_id, base));
     auto bytes = std::make_shared<const std::string>(read_file(path, kExternalBytes));
     if (const char* exceeded = cost_.external_file(bytes->size())) throw InputError(exceeded);
-    return new CheckedInput(open_memory(std::move(bytes)), {public_id, path, std::nullopt}, cost_);
+    return inputs_.add(open_memory(std::move(bytes)), {public_id, path, std::nullopt});
 }
 
 }  // namespace sax

@@ -9,6 +9,7 @@
 #include "DocumentCost.h"
 #include "OXAISAXContentHandler.h"
 #include "ParseLocator.h"
+#include "ParserInputs.h"
 
 namespace sax {
 
@@ -18,7 +19,7 @@ class EntityResolver final : public xercesc::XMLEntityResolver {
 public:
     /// `document` is the path of the document; empty for a text. The others outlive the resolver.
     EntityResolver(std::string document, OXAISAXContentHandler_var handler, const ContentRelay& content,
-                   ParseLocator& locator, DocumentCost& cost);
+                   ParseLocator& locator, DocumentCost& cost, ParserInputs& inputs);
 
     xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* resource) override;
 
@@ -32,6 +33,7 @@ private:
     const ContentRelay& content_;
     ParseLocator& locator_;
     DocumentCost& cost_;
+    ParserInputs& inputs_;
 };
 
 }  // namespace sax

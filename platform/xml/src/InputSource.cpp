@@ -1,9 +1,7 @@
 #include "InputSource.h"
 
 #include <utility>
-#include <xercesc/util/XMLUni.hpp>
 
-#include "CheckedStream.h"
 #include "text.h"
 
 namespace sax {
@@ -47,17 +45,6 @@ std::unique_ptr<ByteSource> InputSource::open() const {
 OXAVar<InputSource> InputSource::in_memory(std::size_t most) const {
     auto content = content_ ? content_ : std::make_shared<const std::string>(read_file(path_, most));
     return OXAVar<InputSource>::Adopt(new InputSource(path_, std::move(content), public_id_));
-}
-
-CheckedInput::CheckedInput(std::unique_ptr<ByteSource> source, StreamName name, DocumentCost& cost)
-    : source_(std::move(source)), name_(std::move(name)), cost_(cost) {
-    setPublicId(to_utf16(name_.public_id).c_str());
-    setSystemId(to_utf16(name_.system_id).c_str());
-    if (name_.encoding == Encoding::kUtf8) setEncoding(xercesc::XMLUni::fgUTF8EncodingString);
-}
-
-xercesc::BinInputStream* CheckedInput::makeStream() const {
-    return new CheckedStream(std::move(source_), name_.encoding, name_.public_id, name_.system_id, cost_);
 }
 
 }  // namespace sax

@@ -5,10 +5,8 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <xercesc/sax/InputSource.hpp>
 
 #include "ByteSource.h"
-#include "DocumentCost.h"
 #include "OXAISAXInputSource.h"
 #include "text_defect.h"
 
@@ -18,7 +16,7 @@ namespace sax {
 struct StreamName {
     std::string public_id;
     std::string system_id;
-    std::optional<Encoding> encoding;  ///< kUtf8 overrides what the text declares
+    std::optional<Encoding> encoding;  ///< kUtf8, against what the text declares, or found out on reading
 };
 
 class InputSource final : public OXAISAXInputSource {
@@ -48,19 +46,6 @@ private:
     std::string path_;
     std::shared_ptr<const std::string> content_;  // null for a file
     std::string public_id_;
-};
-
-/// What the parser opens once: the bytes of `source`, checked.
-class CheckedInput final : public xercesc::InputSource {
-public:
-    CheckedInput(std::unique_ptr<ByteSource> source, StreamName name, DocumentCost& cost);
-
-    xercesc::BinInputStream* makeStream() const override;
-
-private:
-    mutable std::unique_ptr<ByteSource> source_;  // handed over to the stream
-    StreamName name_;
-    DocumentCost& cost_;
 };
 
 }  // namespace sax

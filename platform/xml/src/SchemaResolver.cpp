@@ -14,8 +14,13 @@ namespace sax {
 using xercesc::XMLResourceIdentifier;
 
 SchemaResolver::SchemaResolver(std::string document, FileSnapshots& files, ErrorRelay& errors,
-                               ParseLocator& locator, DocumentCost& cost)
-    : document_(std::move(document)), files_(files), errors_(errors), locator_(locator), cost_(cost) {}
+                               ParseLocator& locator, DocumentCost& cost, ParserInputs& inputs)
+    : document_(std::move(document)),
+      files_(files),
+      errors_(errors),
+      locator_(locator),
+      cost_(cost),
+      inputs_(inputs) {}
 
 xercesc::InputSource* SchemaResolver::resolveEntity(XMLResourceIdentifier* resource) {
     // An import may name a namespace alone.
@@ -26,8 +31,7 @@ xercesc::InputSource* SchemaResolver::resolveEntity(XMLResourceIdentifier* resou
         const std::string path = path_of(system_id, to_utf8(resource->getBaseURI()));
         auto place = files_.find(path);
         if (place == files_.end()) place = files_.emplace(path, read(path, is_schema)).first;
-        const InputSource& file = *place->second.Get();
-        return new CheckedInput(file.open(), file.name(), cost_);
+        return inputs_.add(*place->second.Get());
     } catch (const InputError& error) {
         errors_.warn("the file \"" + system_id + "\" is not read: " + error.what());
         return nullptr;

@@ -10,6 +10,7 @@
 #include "ErrorRelay.h"
 #include "InputSource.h"
 #include "ParseLocator.h"
+#include "ParserInputs.h"
 
 namespace sax {
 
@@ -23,7 +24,7 @@ public:
     /// `document` is the path of the schema; empty for a text. Reads each file once and for all into
     /// `files`, which outlives the resolver, as do the others.
     SchemaResolver(std::string document, FileSnapshots& files, ErrorRelay& errors, ParseLocator& locator,
-                   DocumentCost& cost);
+                   DocumentCost& cost, ParserInputs& inputs);
 
     xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* resource) override;
 
@@ -35,6 +36,7 @@ private:
     ErrorRelay& errors_;
     ParseLocator& locator_;
     DocumentCost& cost_;
+    ParserInputs& inputs_;
 };
 
 }  // namespace sax

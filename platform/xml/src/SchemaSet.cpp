@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "DocumentCost.h"
+#include "ParserInputs.h"
 #include "XercesParser.h"
 #include "check_schema_document.h"
 #include "document_limits.h"
@@ -17,9 +18,11 @@ void SchemaSet::load_into(SchemaPool& pool, Schema& schema, ErrorRelay& errors, 
     if (errors.has_errors()) return;
     // The content models of a schema do not say where they end: one limit is for all together.
     DocumentCost cost(kContentModels);
-    SchemaResolver resolver(document.path(), schema.files, errors, locator, cost);
-    XercesParser parser({}, &pool, errors, resolver, locator, cost);
-    parser.load_schema(CheckedInput(document.open(), document.name(), cost));
+    ParserInputs inputs(cost);
+    const xercesc::InputSource* input = inputs.add(document);
+    SchemaResolver resolver(document.path(), schema.files, errors, locator, cost, inputs);
+    XercesParser parser({}, &pool, inputs.memory(), errors, resolver, locator, cost);
+    parser.load_schema(*input);
 }
 
 void SchemaSet::load(const std::string& key, const InputSource& source, ErrorRelay& errors,

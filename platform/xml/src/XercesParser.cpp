@@ -6,9 +6,13 @@ namespace sax {
 
 using xercesc::XMLUni;
 
-XercesParser::XercesParser(const Features& features, SchemaPool* schemas, ErrorRelay& errors,
-                           xercesc::XMLEntityResolver& resolver, ParseLocator& locator, DocumentCost& cost)
-    : schemas_(schemas), locator_(locator), parser_(&memory_, schemas ? &schemas->grammars() : nullptr) {
+XercesParser::XercesParser(const Features& features, SchemaPool* schemas, ParserMemory& memory,
+                           ErrorRelay& errors, xercesc::XMLEntityResolver& resolver, ParseLocator& locator,
+                           DocumentCost& cost)
+    : memory_(memory),
+      schemas_(schemas),
+      locator_(locator),
+      parser_(&memory, schemas ? &schemas->grammars() : nullptr) {
     memory_.begin(cost, locator);
     if (schemas) schemas->memory().begin(cost, locator);
 
@@ -28,6 +32,7 @@ XercesParser::XercesParser(const Features& features, SchemaPool* schemas, ErrorR
 
 XercesParser::~XercesParser() {
     locator_.leave();
+    memory_.end();
     if (schemas_) schemas_->memory().end();
 }
 

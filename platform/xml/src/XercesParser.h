@@ -27,7 +27,7 @@ class XercesParser {
 public:
     /// With `schemas`, documents are checked against them; without, against their own DTD. They and all
     /// references outlive the parser.
-    XercesParser(const Features& features, SchemaPool* schemas, ErrorRelay& errors,
+    XercesParser(const Features& features, SchemaPool* schemas, ParserMemory& memory, ErrorRelay& errors,
                  xercesc::XMLEntityResolver& resolver, ParseLocator& locator, DocumentCost& cost);
     ~XercesParser();
     XercesParser(const XercesParser&) = delete;
@@ -39,7 +39,7 @@ public:
     void load_schema(const xercesc::InputSource& source);
 
 private:
-    ParserMemory memory_;
+    ParserMemory& memory_;
     SchemaPool* schemas_;
     ParseLocator& locator_;
     xercesc::SAX2XMLReaderImpl parser_;

@@ -4,6 +4,7 @@
 
 #include "ContentRelay.h"
 #include "EntityResolver.h"
+#include "ParserInputs.h"
 #include "report_refusals.h"
 
 namespace sax {
@@ -13,11 +14,12 @@ void parse_document(const InputSource& source, const Features& features,
                     ParseLocator& locator, unsigned most_depth) {
     DocumentCost cost(kContentModel);
     ContentRelay content(handler, most_depth, locator, cost);
-    EntityResolver resolver(source.path(), handler, content, locator, cost);
     const auto parse = [&](SchemaPool* used_schemas) {
-        const CheckedInput input(source.open(), source.name(), cost);
-        XercesParser parser(features, used_schemas, errors, resolver, locator, cost);
-        parser.parse(input, content);
+        ParserInputs inputs(cost);
+        const xercesc::InputSource* input = inputs.add(source);
+        EntityResolver resolver(source.path(), handler, content, locator, cost, inputs);
+        XercesParser parser(features, used_schemas, inputs.memory(), errors, resolver, locator, cost);
+        parser.parse(*input, content);
     };
     report_refusals(source, errors, [&] {
         try {

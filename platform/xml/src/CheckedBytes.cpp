@@ -1,4 +1,4 @@
-#include "CheckedStream.h"
+#include "CheckedBytes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -60,29 +60,20 @@ private:
 
 }  // namespace
 
-CheckedStream::CheckedStream(std::unique_ptr<ByteSource> source, std::optional<Encoding> encoding,
-                             std::string public_id, std::string system_id, DocumentCost& cost)
-    : source_(std::move(source)),
-      encoding_(encoding),
-      public_id_(std::move(public_id)),
-      system_id_(std::move(system_id)),
-      cost_(cost) {}
+CheckedBytes::CheckedBytes(std::unique_ptr<ByteSource> source, StreamName name, DocumentCost& cost)
+    : source_(std::move(source)), name_(std::move(name)), cost_(cost) {}
 
-XMLFilePos CheckedStream::curPos() const { return handed_over_; }
-
-const XMLCh* CheckedStream::getContentType() const { return nullptr; }
-
-XMLSize_t CheckedStream::readBytes(XMLByte* to_fill, XMLSize_t max_to_read) {
+std::size_t CheckedBytes::read(unsigned char* target, std::size_t capacity) {
     if (defect_) refuse();
-    const std::size_t held = std::min(held_back_.size(), max_to_read);
-    std::memcpy(to_fill, held_back_.data(), held);
+    const std::size_t held = std::min(held_back_.size(), capacity);
+    std::memcpy(target, held_back_.data(), held);
     held_back_.erase(0, held);
-    const std::size_t length = held + source_->read(to_fill + held, max_to_read - held);
-    if (!encoding_) encoding_ = detect_encoding(as_text(to_fill, length));
+    const std::size_t length = held + source_->read(target + held, capacity - held);
+    if (!name_.encoding) name_.encoding = detect_encoding(as_text(target, length));
 
-    const TextDefect defect = find_defect(to_fill, length, *encoding_);
-    if (defect.cut && length == max_to_read) {
-        held_back_.assign(as_text(to_fill + defect.offset, length - defect.offset));
+    const TextDefect defect = find_defect(target, length, *name_.encoding);
+    if (defect.cut && length == capacity) {
+        held_back_.assign(as_text(target + defect.offset, length - defect.offset));
     } else {
         defect_ = defect.message;
     }
@@ -92,22 +83,22 @@ XMLSize_t CheckedStream::readBytes(XMLByte* to_fill, XMLSize_t max_to_read) {
     return defect.offset;
 }
 
-void CheckedStream::refuse() { throw Refusal{defect_, position_of_defect()}; }
+void CheckedBytes::refuse() { throw Refusal{defect_, position_of_defect()}; }
 
-Position CheckedStream::position_of_defect() {
-    LineCounter counter(*encoding_);
+Position CheckedBytes::position_of_defect() {
+    LineCounter counter(*name_.encoding);
     std::vector<unsigned char> piece(65'536);
-    XMLFilePos left = handed_over_;
+    std::uint64_t left = handed_over_;
     source_->rewind();
     for (bool first = true; left > 0; first = false) {
-        const std::size_t wanted = static_cast<std::size_t>(std::min<XMLFilePos>(left, piece.size()));
+        const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, piece.size()));
         const std::size_t length = source_->read(piece.data(), wanted);
         if (length == 0) break;
-        const std::size_t mark = first ? byte_order_mark(as_text(piece.data(), length), *encoding_) : 0;
+        const std::size_t mark = first ? byte_order_mark(as_text(piece.data(), length), *name_.encoding) : 0;
         counter.count(piece.data() + mark, length - mark);
         left -= length;
     }
-    return {counter.line(), counter.column(), public_id_, system_id_};
+    return {counter.line(), counter.column(), name_.public_id, name_.system_id};
 }
 
 }  // namespace sax
