@@ -65,6 +65,7 @@ public:
         return adopted;
     }
 
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): a copy is swapped in
     OXAVar& operator=(const OXAVar& other) {
         OXAVar(other)._Swap(*this);
         return *this;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -57,7 +56,7 @@ public:
 
     std::size_t read(unsigned char* target, std::size_t capacity) override {
         const std::size_t count = std::min(capacity, bytes_->size() - offset_);
-        std::memcpy(target, bytes_->data() + offset_, count);
+        std::copy_n(bytes_->data() + offset_, count, target);
         offset_ += count;
         return count;
     }

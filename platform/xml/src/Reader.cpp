@@ -70,6 +70,7 @@ template <class Read>
 HRESULT Reader::read(const OXAISAXInputSource_var& source, Read read) {
     if (source.IsNull()) return E_POINTER;
     if (is_reading_) return E_FAIL;
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the caller's may be reset meanwhile
     const OXAISAXInputSource_var kept_source(source);
     const auto* input = dynamic_cast<const InputSource*>(kept_source.Get());
     if (!input) return E_NOINTERFACE;
