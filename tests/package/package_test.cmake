@@ -21,12 +21,19 @@ if(way MATCHES "find_package|pkg_config")
     list(APPEND options -D "CMAKE_PREFIX_PATH=${work}/prefix")
 endif()
 if(way STREQUAL "own_platform")
-    # A customer's platform: a package that provides the same target.
+    # A customer's platform: a package that provides the same targets.
     file(WRITE "${work}/platform/PeltoPlatformConfig.cmake" "
-        add_library(PeltoKernelTools::PeltoKernel SHARED IMPORTED)
-        set_target_properties(PeltoKernelTools::PeltoKernel PROPERTIES
-            IMPORTED_LOCATION [==[${kernel}]==]
-            INTERFACE_INCLUDE_DIRECTORIES [==[${source}/platform/kernel/include]==])")
+        set(platform [==[${source}/platform]==])
+        function(platform_library name file folder)
+            add_library(PeltoKernelTools::\${name} SHARED IMPORTED GLOBAL)
+            set_target_properties(PeltoKernelTools::\${name} PROPERTIES
+                IMPORTED_LOCATION \${file}
+                INTERFACE_INCLUDE_DIRECTORIES \"\${platform}/\${folder}/include\")
+        endfunction()
+        platform_library(PeltoKernel [==[${kernel}]==] kernel)
+        platform_library(PeltoComponent [==[${component}]==] component)
+        platform_library(PeltoXML [==[${xml}]==] xml)
+        target_link_libraries(PeltoKernelTools::PeltoXML INTERFACE PeltoKernelTools::PeltoComponent)")
     list(APPEND options -D PELTO_BUNDLED_PLATFORM=OFF -D "PeltoPlatform_DIR=${work}/platform")
 endif()
 run(${CMAKE_COMMAND} -S "${CMAKE_CURRENT_LIST_DIR}/consumer" -B "${work}/build" ${options})

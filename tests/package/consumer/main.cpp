@@ -1,9 +1,24 @@
-// Loads a texture made in memory, and hears from the log.
+// Loads a texture made in memory, hears from the log, and reads a document.
+#include <OXASAX.h>
 #include <PeltoKernelTools/vDDSImage.h>
 #include <cstring>
 #include <string>
 #include <vDDSImage.h>
 #include <vLogger.h>
+
+namespace {
+
+bool is_well_formed(const char* text) {
+    OXAIXMLSAX2Factory_var factory;
+    OXAISAXXMLReader_var reader;
+    OXAISAXInputSource_var source;
+    if (FAILED(CreateOXAIXMLSAX2Factory(factory, CLSID_XML4C_SAX))) return false;
+    if (FAILED(factory->CreateXMLReader(reader))) return false;
+    if (FAILED(factory->CreateInputSourceFromText(text, "", source))) return false;
+    return reader->Parse(source) == S_OK;
+}
+
+}  // namespace
 
 int main() {
     std::string file(128 + 8, '\0');
@@ -22,5 +37,7 @@ int main() {
     TOZ::vLogger::SetSink([&](const TOZ::vLogRecord& record) { logged = record.text; });
     put(80, 0);
     if (image.loadFromBuffer(file.data(), static_cast<int>(file.size()), true, false)) return 3;
-    return logged == "DDS Format not supported." ? 0 : 4;
+    if (logged != "DDS Format not supported.") return 4;
+
+    return is_well_formed("<scene/>") && !is_well_formed("<scene>") ? 0 : 5;
 }

@@ -1,0 +1,21 @@
+// Marks what the PeltoComponent shared library exports.
+//
+// PELTO_COMPONENT_API        a class or function of the library's interface
+// PELTO_BUILDING_COMPONENT   defined while the library itself is compiled
+// PELTO_STATIC               defined for a static build, by the build and by its users
+#ifndef OXA_COMPONENT_EXPORT_H
+#define OXA_COMPONENT_EXPORT_H
+
+#if defined(PELTO_STATIC)
+#define PELTO_COMPONENT_API
+#elif defined(_WIN32)
+#if defined(PELTO_BUILDING_COMPONENT)
+#define PELTO_COMPONENT_API __declspec(dllexport)
+#else
+#define PELTO_COMPONENT_API __declspec(dllimport)
+#endif
+#else
+#define PELTO_COMPONENT_API __attribute__((visibility("default")))
+#endif
+
+#endif

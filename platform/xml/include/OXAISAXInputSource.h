@@ -1,0 +1,28 @@
+// What a reader reads.
+#ifndef OXA_I_SAX_INPUT_SOURCE_H
+#define OXA_I_SAX_INPUT_SOURCE_H
+
+#include "OXABaseUnknown.h"
+#include "OXAMetaClass.h"
+#include "OXAUnicodeString.h"
+#include "OXAVar.h"
+#include "OXAXMLExport.h"
+
+/// A document, schema or entity: a file, opened anew by each parse, or a text in memory. Sources are made by
+/// a factory, do not change and may be parsed any number of times.
+class PELTO_XML_API OXAISAXInputSource : public OXABaseUnknown {
+public:
+    virtual HRESULT GetPublicId(OXAUnicodeString& publicId) = 0;
+
+    /// The path that a file source was made with; empty for a text in memory.
+    virtual HRESULT GetSystemId(OXAUnicodeString& systemId) = 0;
+
+    OXA_META_CLASS_MEMBERS
+
+protected:
+    ~OXAISAXInputSource() override;
+};
+
+using OXAISAXInputSource_var = OXAVar<OXAISAXInputSource>;
+
+#endif

@@ -1,0 +1,21 @@
+// Marks what the PeltoXML shared library exports.
+//
+// PELTO_XML_API        a class or function of the library's interface
+// PELTO_BUILDING_XML   defined while the library itself is compiled
+// PELTO_STATIC         defined for a static build, by the build and by its users
+#ifndef OXA_XML_EXPORT_H
+#define OXA_XML_EXPORT_H
+
+#if defined(PELTO_STATIC)
+#define PELTO_XML_API
+#elif defined(_WIN32)
+#if defined(PELTO_BUILDING_XML)
+#define PELTO_XML_API __declspec(dllexport)
+#else
+#define PELTO_XML_API __declspec(dllimport)
+#endif
+#else
+#define PELTO_XML_API __attribute__((visibility("default")))
+#endif
+
+#endif

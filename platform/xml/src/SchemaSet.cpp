@@ -1,0 +1,54 @@
+#include "SchemaSet.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "DocumentCost.h"
+#include "ParserInputs.h"
+#include "XercesParser.h"
+#include "check_schema_document.h"
+#include "document_limits.h"
+#include "report_refusals.h"
+
+namespace sax {
+
+void SchemaSet::load_into(SchemaPool& pool, Schema& schema, ErrorRelay& errors, ParseLocator& locator) {
+    const InputSource& document = *schema.document.Get();
+    check_schema_document(document, errors, locator);
+    if (errors.has_errors()) return;
+    // The content models of a schema do not say where they end: one limit is for all together.
+    DocumentCost cost(kContentModels);
+    ParserInputs inputs(cost);
+    const xercesc::InputSource* input = inputs.add(document);
+    SchemaResolver resolver(document.path(), schema.files, errors, locator, cost, inputs);
+    XercesParser parser({}, &pool, inputs.memory(), errors, resolver, locator, cost);
+    parser.load_schema(*input);
+}
+
+void SchemaSet::load(const std::string& key, const InputSource& source, ErrorRelay& errors,
+                     ParseLocator& locator) {
+    report_refusals(source, errors, [&] {
+        std::vector<Schema> schemas = schemas_;
+        auto newest =
+            std::find_if(schemas.begin(), schemas.end(), [&](const Schema& s) { return s.key == key; });
+        if (newest == schemas.end()) newest = schemas.emplace(newest);
+        *newest = {key, source.in_memory(kExternalBytes), {}};
+
+        auto pool = std::make_unique<SchemaPool>();
+        for (Schema& schema : schemas) {
+            // The warnings of the others are known already.
+            errors.pass_warnings(&schema == &*newest);
+            load_into(*pool, schema, errors, locator);
+            if (errors.has_errors()) return;
+        }
+        schemas_ = std::move(schemas);
+        pool_ = std::move(pool);
+    });
+}
+
+void SchemaSet::clear() {
+    schemas_.clear();
+    pool_.reset();
+}
+
+}  // namespace sax

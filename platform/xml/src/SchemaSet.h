@@ -1,0 +1,46 @@
+// The schemas that a reader has loaded.
+#ifndef SCHEMA_SET_H
+#define SCHEMA_SET_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ErrorRelay.h"
+#include "InputSource.h"
+#include "ParseLocator.h"
+#include "SchemaPool.h"
+#include "SchemaResolver.h"
+
+namespace sax {
+
+class SchemaSet {
+public:
+    /// Adds the schema, or puts it in the place of the one with the same key, unless it has errors: those are
+    /// reported to `errors`, and the set is as before.
+    ///
+    /// Grammars of one namespace merge, and cannot be taken apart again: each change makes them all anew,
+    /// from the files as they were.
+    void load(const std::string& key, const InputSource& source, ErrorRelay& errors, ParseLocator& locator);
+
+    void clear();
+
+    /// Null when nothing is loaded.
+    SchemaPool* pool() { return pool_.get(); }
+
+private:
+    struct Schema {
+        std::string key;
+        OXAVar<InputSource> document;
+        FileSnapshots files;
+    };
+
+    static void load_into(SchemaPool& pool, Schema& schema, ErrorRelay& errors, ParseLocator& locator);
+
+    std::vector<Schema> schemas_;
+    std::unique_ptr<SchemaPool> pool_;
+};
+
+}  // namespace sax
+
+#endif
