@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -28,8 +29,85 @@ bool with_transcoder(Operation operation) {
     return result;
 }
 
+// A Huffman table of a single symbol with a long code has a tree that lacks a side: bits that lead there lead
+// its decoder out of the tree.
+bool stays_in_its_tree(const basist::huffman_decoding_table& table) {
+    // Its depth is at most six levels of two nodes, and it has room for at least two nodes for each symbol.
+    if (table.get_code_sizes().size() >= 6) return true;
+    const auto nodes = static_cast<int>(table.get_tree().size());
+    const auto children_exist = [&](int node) { return node >= 0 || ~node + 1 < nodes; };
+    return std::all_of(table.get_lookup().begin(), table.get_lookup().end(), children_exist) &&
+           std::all_of(table.get_tree().begin(), table.get_tree().end(), children_exist);
+}
+
+// One that cannot be read is for the transcoder to refuse.
+bool tables_can_be_trusted(basist::bitwise_decoder& decoder, int count) {
+    basist::huffman_decoding_table table;
+    for (int i = 0; i < count && decoder.read_huffman_table(table); ++i) {
+        if (!stays_in_its_tree(table)) return false;
+    }
+    return true;
+}
+
+// A decoder of a section of the file. Nothing for one outside the file, which is for the transcoder to
+// refuse.
+std::optional<basist::bitwise_decoder> decoder_of(HeldFile file, std::uint32_t offset, std::uint32_t size) {
+    if (offset > file.size || size > file.size - offset) return std::nullopt;
+    basist::bitwise_decoder decoder;
+    if (!decoder.init(file.data + offset, size)) return std::nullopt;
+    return decoder;
+}
+
+// Of an ETC1S file: whether the tables are sound that starting it decodes the codebooks with. They lie at the
+// start of the two sections.
+bool codebooks_can_be_trusted(HeldFile file) {
+    if (file.size <= sizeof(basist::basis_file_header)) return true;
+    const auto& header = *reinterpret_cast<const basist::basis_file_header*>(file.data);
+    if (header.m_tex_format != static_cast<std::uint32_t>(basist::basis_tex_format::cETC1S)) return true;
+
+    auto endpoints = decoder_of(file, header.m_endpoint_cb_file_ofs, header.m_endpoint_cb_file_size);
+    if (endpoints && !tables_can_be_trusted(*endpoints, 4)) return false;
+    auto selectors = decoder_of(file, header.m_selector_cb_file_ofs, header.m_selector_cb_file_size);
+    constexpr std::uint32_t kBitsOfOtherKinds = 3;  // without a table, or not supported
+    return !selectors || selectors->get_bits(kBitsOfOtherKinds) != 0 || tables_can_be_trusted(*selectors, 1);
+}
+
+// The tables that slices are decoded with are read while a file is started, and kept where only the
+// transcoder looks. To read them once more costs up to a third of the start, so they are looked at there: an
+// explicit instantiation may name private members.
+using Etc1s = basist::basisu_lowlevel_etc1s_transcoder;
+const basist::huffman_decoding_table& endpoint_prediction_table(const Etc1s& etc1s);
+const basist::huffman_decoding_table& endpoint_delta_table(const Etc1s& etc1s);
+const basist::huffman_decoding_table& selector_table(const Etc1s& etc1s);
+const basist::huffman_decoding_table& selector_run_table(const Etc1s& etc1s);
+
+template <auto kPrediction, auto kDelta, auto kSelector, auto kRun>
+struct TablesOf {
+    friend const basist::huffman_decoding_table& endpoint_prediction_table(const Etc1s& etc1s) {
+        return etc1s.*kPrediction;
+    }
+    friend const basist::huffman_decoding_table& endpoint_delta_table(const Etc1s& etc1s) {
+        return etc1s.*kDelta;
+    }
+    friend const basist::huffman_decoding_table& selector_table(const Etc1s& etc1s) {
+        return etc1s.*kSelector;
+    }
+    friend const basist::huffman_decoding_table& selector_run_table(const Etc1s& etc1s) {
+        return etc1s.*kRun;
+    }
+};
+template struct TablesOf<&Etc1s::m_endpoint_pred_model, &Etc1s::m_delta_endpoint_model,
+                         &Etc1s::m_selector_model, &Etc1s::m_selector_history_buf_rle_model>;
+
+bool slice_tables_can_be_trusted(const basisu_transcoder& transcoder) {
+    const Etc1s& etc1s = transcoder.get_lowlevel_etc1s_decoder();
+    return stays_in_its_tree(endpoint_prediction_table(etc1s)) &&
+           stays_in_its_tree(endpoint_delta_table(etc1s)) && stays_in_its_tree(selector_table(etc1s)) &&
+           stays_in_its_tree(selector_run_table(etc1s));
+}
+
 bool start(basisu_transcoder& transcoder, HeldFile file) {
-    return file.data && transcoder.start_transcoding(file.data, file.size);
+    return file.data && codebooks_can_be_trusted(file) && transcoder.start_transcoding(file.data, file.size);
 }
 
 bool holds_2d_images(const basisu_transcoder& transcoder, HeldFile file) {
@@ -142,7 +220,7 @@ bool vBasisImage::getImage(unsigned int level, unsigned int slice, unsigned char
     return with_transcoder([&](basisu_transcoder& transcoder) {
         if (!start(transcoder, file) || !holds_2d_images(transcoder, file)) return false;
         basist::basisu_image_level_info info;
-        if (!alpha_entry_is_in_file(file, slice, level) ||
+        if (!slice_tables_can_be_trusted(transcoder) || !alpha_entry_is_in_file(file, slice, level) ||
             !transcoder.get_image_level_info(file.data, file.size, info, slice, level)) {
             return false;
         }
