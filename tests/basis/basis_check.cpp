@@ -6,6 +6,7 @@
 #include <new>
 #include <set>
 #include <utility>
+#include <vector>
 
 #include "basis/basis_private.h"
 #include "support/allocation.h"

@@ -1,13 +1,12 @@
 // The object itself: its fields, its members' types, and what it is before it holds a file.
 #include <cstddef>
-#include <cstdint>
 #include <gtest/gtest.h>
+#include <new>
 #include <type_traits>
-#include <vector>
+#include <utility>
 
 #include "basis/basis_check.h"
 #include "basis/basis_private.h"
-#include "basis/fixture_files.h"
 #include "vBasisImage.h"
 
 namespace {

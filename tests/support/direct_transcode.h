@@ -3,6 +3,8 @@
 #ifndef TESTS_SUPPORT_DIRECT_TRANSCODE_H
 #define TESTS_SUPPORT_DIRECT_TRANSCODE_H
 
+#include <cstddef>
+
 #include "support/bytes.h"
 
 namespace support::direct {
