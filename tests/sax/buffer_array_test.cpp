@@ -53,7 +53,9 @@ TYPED_TEST(SaxBufferArray, SpacesAndLineFeedsSeparate) {
 }
 
 TYPED_TEST(SaxBufferArray, NothingElseSeparates) {
-    for (const char* text : {"1\t2", "1\r2", "1\v2", "1\f2", "1,2", "1;2", "1\r\t2", "1\xc2\xa0" "2"})
+    for (const char* text : {"1\t2", "1\r2", "1\v2", "1\f2", "1,2", "1;2", "1\r\t2",
+                             "1\xc2\xa0"
+                             "2"})
         this->expect_values(read<TypeParam>(text, 2, 3), {1, 0, this->u});
     this->expect_values(read<TypeParam>("1\r\n2\r\n", 2, 3), {1, 2, this->u});
 }
@@ -87,7 +89,8 @@ TYPED_TEST(SaxBufferArray, AnInvalidTokenThrowsAfterTheValuesBeforeIt) {
 
 TYPED_TEST(SaxBufferArray, ATokenOutOfRangeThrowsAfterTheValuesBeforeIt) {
     const std::string text = "1 2 1" + std::string(400, '0') + " 4";
-    this->expect(read<TypeParam>(text.c_str(), 4, 5), {1, 2, 0, 0, this->u}, 0, sax::out_of_range<TypeParam>());
+    this->expect(read<TypeParam>(text.c_str(), 4, 5), {1, 2, 0, 0, this->u}, 0,
+                 sax::out_of_range<TypeParam>());
 }
 
 TYPED_TEST(SaxBufferArray, WhitespaceTokensAreNotNumbers) {

@@ -36,10 +36,10 @@ TEST_P(SaxBufferNoBoolean, FailsLogsTheTextAndKeepsTheValue) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Texts, SaxBufferNoBoolean,
-                         testing::Values("", " ", "1", "0", "yes", "no", "True", "TRUE", "tRue", "False", "FALSE",
-                                         "true ", " true", "\ntrue", "true\n", "\ttrue", "false ", " false",
-                                         "\nfalse", "false\r", "tru", "truee", "t", "fals", "falsee", "true false",
-                                         "truefalse"));
+                         testing::Values("", " ", "1", "0", "yes", "no", "True", "TRUE", "tRue", "False",
+                                         "FALSE", "true ", " true", "\ntrue", "true\n", "\ttrue", "false ",
+                                         " false", "\nfalse", "false\r", "tru", "truee", "t", "fals",
+                                         "falsee", "true false", "truefalse"));
 
 TEST(SaxBufferBoolean, TheTextEndsAtItsFirstZero) {
     const RecordingBuffer buffer(OXAUnicodeString("true\0x", 6));

@@ -64,7 +64,8 @@ TEST(SaxBufferShape, CannotBeCopiedByUsers) {
 
 TEST(SaxBufferShape, OperationsHaveTheirSignatures) {
     static_assert(std::is_default_constructible_v<Buffer>);
-    static_assert(std::is_same_v<decltype(&Buffer::AppendToBuffer), void (Buffer::*)(const OXAUnicodeString&)>);
+    static_assert(
+        std::is_same_v<decltype(&Buffer::AppendToBuffer), void (Buffer::*)(const OXAUnicodeString&)>);
     static_assert(std::is_same_v<decltype(&Buffer::ClearBuffer), void (Buffer::*)()>);
     static_assert(std::is_same_v<decltype(&Buffer::SetBuffer), void (Buffer::*)(const OXAUnicodeString&)>);
     static_assert(std::is_same_v<decltype(&Buffer::SetLine), void (Buffer::*)(int)>);
@@ -78,8 +79,8 @@ TEST(SaxBufferShape, OperationsHaveTheirSignatures) {
     static_assert(std::is_same_v<decltype(&Buffer::GetIntArray), int (Buffer::*)(int*, int) const>);
     static_assert(std::is_same_v<decltype(&Buffer::GetFloatArray), int (Buffer::*)(float*, int) const>);
     static_assert(std::is_same_v<decltype(&Buffer::GetDoubleArray), int (Buffer::*)(double*, int) const>);
-    static_assert(std::is_same_v<decltype(&Buffer::GetVStringArray),
-                                 int (Buffer::*)(vArray<TOZ::vString>&) const>);
+    static_assert(
+        std::is_same_v<decltype(&Buffer::GetVStringArray), int (Buffer::*)(vArray<TOZ::vString>&) const>);
 }
 
 // Asks for the hooks as any class outside the buffer's own would.
@@ -90,7 +91,8 @@ struct LogIsPublic<T, std::void_t<decltype(std::declval<const T&>().Log(""))>> :
 template <class T, class = void>
 struct LogErrorIsPublic : std::false_type {};
 template <class T>
-struct LogErrorIsPublic<T, std::void_t<decltype(std::declval<const T&>().LogError("", ""))>> : std::true_type {};
+struct LogErrorIsPublic<T, std::void_t<decltype(std::declval<const T&>().LogError("", ""))>>
+    : std::true_type {};
 
 TEST(SaxBufferShape, HooksAreForDerivedClassesAlone) {
     static_assert(!LogIsPublic<Buffer>::value);
