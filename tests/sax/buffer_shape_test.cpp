@@ -134,7 +134,7 @@ TEST(SaxBufferShape, StartsWithAnEmptyTextAndNoMemory) {
 }
 
 TEST(SaxBufferShape, ConstructionLeavesTheLineAsItFoundIt) {
-    for (const unsigned char pattern : {0x5A, 0xA7}) {
+    for (const unsigned char pattern : {static_cast<unsigned char>(0x5A), static_cast<unsigned char>(0xA7)}) {
         alignas(Buffer) unsigned char memory[sizeof(Buffer)];
         std::memset(memory, pattern, sizeof memory);
         Buffer* const buffer = new (memory) Buffer;
