@@ -64,7 +64,7 @@ void vSAXDefaultBuffer::ClearBuffer() { buffer = ""; }
 
 void vSAXDefaultBuffer::SetBuffer(const OXAUnicodeString& text) {
     OXAUnicodeString copy(text);
-    buffer = std::move(copy);
+    std::swap(buffer, copy);
 }
 
 void vSAXDefaultBuffer::SetLine(int newLine) { line = newLine; }

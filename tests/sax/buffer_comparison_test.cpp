@@ -35,7 +35,8 @@ public:
             std::string text;
             for (unsigned n = tokens.below(8); n > 0; --n) {
                 text += tokens.below(4) ? std::to_string(tokens.below(100)) : tokens.next();
-                text += tokens.below(3) ? " " : "\n ";
+                if (tokens.below(3) == 0) text += '\n';
+                text += ' ';
             }
             const int count = static_cast<int>(tokens.below(10)) - 1;
             ASSERT_TRUE(same(buffer, text, count, text.size() + 10)) << testing::PrintToString(text) << count;

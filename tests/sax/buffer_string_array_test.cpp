@@ -135,7 +135,7 @@ TEST(SaxBufferStringArray, RandomTextsAreSplitAndTrimmedAsByAPlainWalk) {
     const std::string pool = " \t\n\v\f\rab\x01\x1f\x7f\x85\xa0\xff,";
     for (int i = 0; i < 20000; ++i) {
         std::string text;
-        for (unsigned n = random() % 20; n > 0; --n) text += pool[random() % pool.size()];
+        for (auto n = random() % 20; n > 0; --n) text += pool[random() % pool.size()];
         ASSERT_EQ(words_of(text.c_str()), expected_words(text)) << testing::PrintToString(text);
         const RecordingBuffer buffer(text.c_str());
         std::string value;

@@ -128,7 +128,7 @@ public:
         if (below(8) == 0) change(token);
         const char point = below(4) == 0 ? ',' : '.';
         std::replace(token.begin(), token.end(), below(2) == 0 ? '.' : ',', point);
-        if (token.empty()) token = "0";
+        if (token.empty()) token.push_back('0');
         return token;
     }
 
@@ -178,11 +178,16 @@ private:
                 return text;
             }
             case 7:
-                return digits(30) + '.' + digits(30) + 'e' +
-                       std::to_string(static_cast<int>(below(800)) - 400);
+                return digits(30)
+                    .append(1, '.')
+                    .append(digits(30))
+                    .append(1, 'e')
+                    .append(std::to_string(static_cast<int>(below(800)) - 400));
             case 8: {  // halfway between two floats
                 const double next = static_cast<double>(std::nextafter(single, 0.0F));
-                return printed("%.250g", (static_cast<double>(single) + next) / 2) + (below(2) ? "" : "1");
+                std::string half = printed("%.250g", (static_cast<double>(single) + next) / 2);
+                if (below(2)) half.push_back('1');
+                return half;
             }
             case 9: {  // halfway between two doubles
                 const long double next = std::nextafter(wide, 0.0);
