@@ -84,9 +84,9 @@ public:
     ///
     /// On true `image` is the buffer, the caller's own to release with array delete, and `imageSize` its
     /// bytes. On false, when there is no such level or slice, when no file of 2D images is held, or when the
-    /// file would lead the transcoder outside its memory, both are left alone; when the level's data is damaged
-    /// or of a kind that has no such blocks, `image` is null, `imageSize` what it would have been, and that
-    /// buffer is not released any more. A level of 2 GiB or more is memory that cannot be had.
+    /// file would lead the transcoder outside its memory, both are left alone; when the level's data is
+    /// damaged or of a kind that has no such blocks, `image` is null, `imageSize` what it would have been,
+    /// and that buffer is not released any more. A level of 2 GiB or more is memory that cannot be had.
     bool getImage(unsigned int level, unsigned int slice, unsigned char*& image, unsigned int& imageSize,
                   EUsageFormat usage) const;
 
