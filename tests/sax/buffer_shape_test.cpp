@@ -133,18 +133,6 @@ TEST(SaxBufferShape, StartsWithAnEmptyTextAndNoMemory) {
     EXPECT_TRUE((buffer.*buffer_private::buffer()).IsEmpty());
 }
 
-TEST(SaxBufferShape, ConstructionLeavesTheLineAsItFoundIt) {
-    for (const unsigned char pattern : {static_cast<unsigned char>(0x5A), static_cast<unsigned char>(0xA7)}) {
-        alignas(Buffer) unsigned char memory[sizeof(Buffer)];
-        std::memset(memory, pattern, sizeof memory);
-        Buffer* const buffer = new (memory) Buffer;
-        unsigned char line[sizeof(int)];
-        std::memcpy(line, memory + sizeof(void*), sizeof line);
-        for (const unsigned char byte : line) EXPECT_EQ(byte, pattern);
-        buffer->~Buffer();
-    }
-}
-
 class CopiedBuffer {
 public:
     explicit CopiedBuffer(const Buffer& original) { buffer_private::copy_construct(memory_, original); }
