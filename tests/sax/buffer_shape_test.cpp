@@ -1,6 +1,5 @@
 // What programs built against the class rely on: its fields, its virtual table and its signatures.
 #include <cstddef>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <memory>
 #include <new>
