@@ -1,6 +1,6 @@
 // The entry of the XML framework is defined here, in the place of the framework's own.
-#include <gtest/gtest.h>
 #include <functional>
+#include <gtest/gtest.h>
 
 #include "sax/comma_locale.h"
 #include "sax/element_reader.h"

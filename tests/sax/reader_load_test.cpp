@@ -28,7 +28,7 @@ protected:
 
 TEST_F(SaxReaderLoad, ABufferIsReadIntoTheHandler) {
     EXPECT_EQ(reader.LoadBuffer("<a k='v'>t<c>x<b>1</b>y</c></a>"), S_OK);
-    EXPECT_EQ(handler->calls, (Calls{"<a UNKNOWN k=v", "<c a", "<b c", ">b c b 1", ">c a c y"}));
+    EXPECT_EQ(handler->calls, (Calls{"<a UNKNOWN k=v", "<c a", "<b c", ">b c b 1", ">c a c 1y"}));
     EXPECT_EQ(handler->GetNbErrors(), 0U);
     EXPECT_TRUE(log.records().empty());
 }

@@ -59,8 +59,7 @@ TEST_F(SaxReaderLocale, IsBackAfterAnException) {
     EXPECT_THROW(reader.LoadBuffer("<a><b>word</b></a>"), std::invalid_argument);
     EXPECT_EQ(during, "C");
     EXPECT_EQ(numeric_locale(), comma.name());
-    EXPECT_THROW(reader.LoadFile(folder.write("a.xml", "<a><b>word</b></a>").c_str()),
-                 std::invalid_argument);
+    EXPECT_THROW(reader.LoadFile(folder.write("a.xml", "<a><b>word</b></a>").c_str()), std::invalid_argument);
     EXPECT_EQ(numeric_locale(), comma.name());
 }
 
