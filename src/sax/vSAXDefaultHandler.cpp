@@ -118,7 +118,10 @@ unsigned int vSAXDefaultHandler::GetNbErrors() const { return nbErrors; }
 
 void vSAXDefaultHandler::Log(const char* message, ELogType type) {
     if (type == ELogType::Message) {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-security"  // by contract: the message is a format
         TOZ::LogDefault(kLogLevel, message);
+#pragma GCC diagnostic pop
         return;
     }
     int line = 0;

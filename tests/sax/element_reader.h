@@ -62,7 +62,7 @@ public:
 
     HRESULT OnStartElement(const OXAUnicodeString& name, const OXAUnicodeString& parentName,
                            const OXAISAXAttributes_var& attributes) override {
-        std::string call = "<" + text(name) + " " + text(parentName);
+        std::string call = std::string("<").append(text(name)).append(" ").append(text(parentName));
         unsigned int count = 0;
         if (!attributes.IsNull()) attributes->GetLength(count);
         for (unsigned int i = 0; i < count; ++i) {
@@ -70,7 +70,7 @@ public:
             OXAUnicodeString value;
             attributes->GetQName(i, key);
             attributes->GetValue(i, value);
-            call += " " + text(key) + "=" + text(value);
+            call.append(" ").append(text(key)).append("=").append(text(value));
         }
         calls.push_back(call);
         if (at_start) at_start();
@@ -79,8 +79,10 @@ public:
 
     HRESULT OnEndElement(const OXAUnicodeString& name, const OXAUnicodeString& parentName,
                          const OXAUnicodeString& qName) override {
-        calls.push_back(">" + text(name) + " " + text(parentName) + " " + text(qName) +
-                        (watched == nullptr ? "" : " " + watched->text()));
+        std::string call = std::string(">").append(text(name)).append(" ").append(text(parentName));
+        call.append(" ").append(text(qName));
+        if (watched != nullptr) call.append(" ").append(watched->text());
+        calls.push_back(call);
         if (at_end) at_end();
         return end_result;
     }

@@ -88,7 +88,7 @@ TEST_F(SaxReaderLocale, IsCWhileASchemaIsLoadedAndBackAfter) {
 }
 
 TEST_F(SaxReaderLocale, AChangeDuringTheParseIsUndone) {
-    handler->at_end = [this] { std::setlocale(LC_NUMERIC, "POSIX"); };
+    handler->at_end = [] { std::setlocale(LC_NUMERIC, "POSIX"); };
     EXPECT_EQ(reader.LoadBuffer("<a><b/></a>"), S_OK);
     EXPECT_EQ(numeric_locale(), comma.name());
 }
