@@ -12,8 +12,8 @@ namespace {
 TEST(SaxBufferLocale, AnArrayFollowsTheDecimalPoint) {
     EXPECT_EQ(sax::read_one<float>("1.5"), 1.5F);
     EXPECT_EQ(sax::read_one<double>("1,5"), 1.0);
-    const sax::NumericLocale locale(sax::kDecimalComma);
-    if (!locale.set()) GTEST_SKIP() << "the locale " << sax::kDecimalComma << " is not on this machine";
+    const sax::DecimalComma comma;
+    if (!comma.set()) GTEST_SKIP() << "the locale " << sax::kDecimalComma << " is not on this machine";
     EXPECT_EQ(sax::read_one<float>("1,5"), 1.5F);
     EXPECT_EQ(sax::read_one<double>("1,5"), 1.5);
     EXPECT_EQ(sax::read_one<float>("1.5"), 1.0F);
@@ -34,8 +34,8 @@ TEST(SaxBufferLocale, AnArrayFollowsTheLocaleOfTheThread) {
 }
 
 TEST(SaxBufferLocale, ASingleFloatFollowsTheDecimalPoint) {
-    const sax::NumericLocale locale(sax::kDecimalComma);
-    if (!locale.set()) GTEST_SKIP() << "the locale " << sax::kDecimalComma << " is not on this machine";
+    const sax::DecimalComma comma;
+    if (!comma.set()) GTEST_SKIP() << "the locale " << sax::kDecimalComma << " is not on this machine";
     float value = 0;
     EXPECT_EQ(sax::RecordingBuffer("1,5").GetFloat(value), 1);
     EXPECT_EQ(value, 1.5F);

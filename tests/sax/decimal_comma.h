@@ -9,14 +9,15 @@ namespace sax {
 
 constexpr const char* kDecimalComma = "de_DE.UTF-8";
 
-/// Sets LC_NUMERIC for its lifetime.
-class NumericLocale {
+inline std::string numeric_locale() { return std::setlocale(LC_NUMERIC, nullptr); }
+
+/// Sets the numeric locale to kDecimalComma, and the one before at its end.
+class DecimalComma {
 public:
-    explicit NumericLocale(const char* name)
-        : before_(std::setlocale(LC_NUMERIC, nullptr)), set_(std::setlocale(LC_NUMERIC, name) != nullptr) {}
-    ~NumericLocale() { std::setlocale(LC_NUMERIC, before_.c_str()); }
-    NumericLocale(const NumericLocale&) = delete;
-    NumericLocale& operator=(const NumericLocale&) = delete;
+    DecimalComma() : before_(numeric_locale()), set_(std::setlocale(LC_NUMERIC, kDecimalComma) != nullptr) {}
+    ~DecimalComma() { std::setlocale(LC_NUMERIC, before_.c_str()); }
+    DecimalComma(const DecimalComma&) = delete;
+    DecimalComma& operator=(const DecimalComma&) = delete;
 
     /// Whether this machine has the locale.
     bool set() const { return set_; }

@@ -8,7 +8,7 @@
 
 #include "vSAXDefaultHandler.h"
 
-namespace sax_tests {
+namespace sax {
 
 /// Says when it is destroyed, and shows its members.
 class WatchedBuffer : public vSAXDefaultBuffer {
@@ -138,6 +138,6 @@ inline OXAVar<FixedLocator> make_locator(int line, int column) {
     return OXAVar<FixedLocator>::Adopt(new FixedLocator(line, column));
 }
 
-}  // namespace sax_tests
+}  // namespace sax
 
 #endif

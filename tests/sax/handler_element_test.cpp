@@ -4,7 +4,7 @@
 
 namespace {
 
-using namespace sax_tests;
+using namespace sax;
 using Calls = std::vector<std::string>;
 
 TEST(SaxHandlerElements, TheRootsParentIsUnknownAndItsEndIsNotReported) {

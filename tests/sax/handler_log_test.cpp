@@ -5,7 +5,7 @@
 
 namespace {
 
-using namespace sax_tests;
+using namespace sax;
 using support::LogCapture;
 using Records = std::vector<support::LogRecord>;
 using Type = vSAXDefaultHandler::ELogType;

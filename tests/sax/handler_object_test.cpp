@@ -6,7 +6,7 @@
 
 namespace {
 
-using namespace sax_tests;
+using namespace sax;
 using support::vtable_slot;
 
 TEST(SaxHandlerObject, IsConstructedEmpty) {

@@ -113,8 +113,8 @@ inline constexpr const char* kHostileTokens[] = {"0x10",
                                                  "1L",
                                                  "1d5",
                                                  "\xef\xbc\x91",
-                                                 "\xc2\xa0"
-                                                 "1",
+                                                 ("\xc2\xa0"
+                                                  "1"),
                                                  "true"};
 
 class RandomTokens {

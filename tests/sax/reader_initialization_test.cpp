@@ -2,14 +2,14 @@
 #include <functional>
 #include <gtest/gtest.h>
 
-#include "sax/comma_locale.h"
+#include "sax/decimal_comma.h"
 #include "sax/element_reader.h"
 #include "support/log_capture.h"
 #include "vSAXReader.h"
 
 namespace {
 
-using namespace sax_tests;
+using namespace sax;
 using Records = std::vector<support::LogRecord>;
 
 /// Has no schema support, and notes its calls.
@@ -82,7 +82,7 @@ protected:
     void TearDown() override { the_factory.Reset(); }
 
     void expect_failed_initialization() {
-        const CommaLocale comma;
+        const DecimalComma comma;
         const std::string locale = numeric_locale();
         vSAXReader reader;
         const Records expected = {{"Mefx", 5, "Issue during initialization"}};

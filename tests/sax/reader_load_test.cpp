@@ -13,7 +13,7 @@ PELTO_PRIVATE_MEMBER(status_field, &vSAXReader::status, HRESULT vSAXReader::*)
 
 namespace {
 
-using namespace sax_tests;
+using namespace sax;
 using Calls = std::vector<std::string>;
 
 class SaxReaderLoad : public testing::Test {

@@ -7,7 +7,7 @@
 
 namespace {
 
-using namespace sax_tests;
+using namespace sax;
 
 std::string schema_of(const std::string& root, const std::string& child) {
     return "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:element name='" + root +
