@@ -43,5 +43,15 @@ run("${work}/build/consumer")
 if(way STREQUAL "find_package")
     run("${work}/build/loader")
     run("${work}/prefix/bin/pelto" --version)
+
+    # The sample that the documents show, as a project of its own.
+    run(${CMAKE_COMMAND} -S "${source}/samples/outline" -B "${work}/outline" ${options})
+    run(${CMAKE_COMMAND} --build "${work}/outline")
+    file(WRITE "${work}/car.xml" "<car doors='5'>\n<wheel> left </wheel></car>")
+    execute_process(COMMAND "${work}/outline/outline" "${work}/car.xml"
+        OUTPUT_VARIABLE tree COMMAND_ERROR_IS_FATAL ANY)
+    if(NOT tree STREQUAL "car doors=\"5\"\n  wheel: left\n")
+        message(FATAL_ERROR "The sample outline printed:\n${tree}")
+    endif()
 endif()
 file(REMOVE_RECURSE "${work}")

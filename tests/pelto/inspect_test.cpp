@@ -69,7 +69,7 @@ TEST_F(Inspect, PrintsARowForEachFile) {
 
 TEST(InspectSamples, TheProjectsTexturesAreWholeAndOfEveryFormatButOne) {
     std::vector<std::string> arguments = {"inspect", "--json"};
-    for (const auto& entry : std::filesystem::directory_iterator(PELTO_SAMPLES)) {
+    for (const auto& entry : std::filesystem::directory_iterator(PELTO_SAMPLES "/textures")) {
         arguments.push_back(entry.path().string());
     }
     const CommandResult result = run_pelto(arguments);

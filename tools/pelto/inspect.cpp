@@ -9,6 +9,7 @@
 
 #include "basis_report.h"
 #include "dds_report.h"
+#include "print_json.h"
 #include "printable.h"
 #include "table.h"
 
@@ -189,9 +190,7 @@ ExitStatus inspect(const Options& options) {
         }
     }
     if (options.json) {
-        // File names need not be UTF-8.
-        constexpr auto kReplace = nlohmann::ordered_json::error_handler_t::replace;
-        std::cout << findings.objects.dump(2, ' ', false, kReplace) << '\n';
+        print_json(findings.objects);
     } else {
         print_tables(findings);
     }

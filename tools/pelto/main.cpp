@@ -1,4 +1,4 @@
-// pelto: textures from the command line.
+// pelto: textures and XML documents from the command line.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
@@ -7,13 +7,17 @@
 
 #include "exit_status.h"
 #include "inspect.h"
+#include "outline.h"
 #include "size.h"
 #include "transcode.h"
+#include "validate.h"
 
 namespace {
 
 ExitStatus run(int argc, char** argv) {
-    CLI::App app("pelto looks into texture files, counts their bytes, and transcodes them.", "pelto");
+    CLI::App app(
+        "pelto looks into texture files, counts their bytes, transcodes them, and checks XML documents.",
+        "pelto");
     app.set_version_flag("--version", "pelto " PELTO_VERSION);
     app.require_subcommand(1);
     app.footer("Exit status: 0 done, 1 something could not be read, counted or written, 2 wrong usage.");
@@ -21,6 +25,8 @@ ExitStatus run(int argc, char** argv) {
     add_inspect(app, status);
     add_size(app, status);
     add_transcode(app, status);
+    add_validate(app, status);
+    add_outline(app, status);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& help_or_version) {

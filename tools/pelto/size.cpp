@@ -10,6 +10,7 @@
 #include <vTextureUtils.h>
 #include <vector>
 
+#include "print_json.h"
 #include "table.h"
 
 namespace {
@@ -88,7 +89,7 @@ void print_levels(const std::vector<Level>& levels) {
         rows);
 }
 
-void print_json(const Options& options, const std::vector<Level>& levels) {
+nlohmann::ordered_json json_of(const Options& options, const std::vector<Level>& levels) {
     nlohmann::ordered_json object;
     if (options.format) {
         object["format"] = *options.format;
@@ -104,7 +105,7 @@ void print_json(const Options& options, const std::vector<Level>& levels) {
                                     {"bytes", level.bytes}});
     }
     object["bytes"] = total_of(levels);
-    std::cout << object.dump(2) << '\n';
+    return object;
 }
 
 ExitStatus size(const Options& options) {
@@ -115,7 +116,7 @@ ExitStatus size(const Options& options) {
     }
     const std::vector<Level> levels = levels_of(options);
     if (options.json) {
-        print_json(options, levels);
+        print_json(json_of(options, levels));
     } else {
         print_levels(levels);
     }
