@@ -67,10 +67,10 @@ TEST_F(Inspect, PrintsARowForEachFile) {
                                "compressed,cubemap"}));
 }
 
-TEST(InspectSamples, TheProjectsTexturesAreWholeAndOfEveryFormatButOne) {
+TEST(InspectSamples, TheProjectsTexturesAreWholeAndOfEveryFormat) {
     std::vector<std::string> arguments = {"inspect", "--json"};
     for (const auto& entry : std::filesystem::directory_iterator(PELTO_SAMPLES "/textures")) {
-        arguments.push_back(entry.path().string());
+        if (entry.path().extension() == ".dds") arguments.push_back(entry.path().string());
     }
     const CommandResult result = run_pelto(arguments);
     EXPECT_EQ(result.status, 0);
@@ -85,7 +85,7 @@ TEST(InspectSamples, TheProjectsTexturesAreWholeAndOfEveryFormatButOne) {
     }
     EXPECT_EQ(formats, (std::set<std::string>{"LUMINANCE8", "RGB8", "RGBA8", "BGRA8", "RGBA16F", "R32F",
                                               "RGB32F", "RGBA32F", "DXT1", "DXT3", "DXT5", "BC4U", "BC4S",
-                                              "BC5U", "BC5S", "BC6H_UF16"}));
+                                              "BC5U", "BC5S", "BC6H_UF16", "BC6H_SF16"}));
 }
 
 TEST_F(Inspect, PrintsJsonForMachines) {

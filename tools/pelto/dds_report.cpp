@@ -78,6 +78,11 @@ DDSReport report_dds(const std::string& path, bool flip, bool header_only) {
     return report;
 }
 
+std::string cut_short_text(std::uint64_t missing_bytes) {
+    return "ends " + std::to_string(missing_bytes) +
+           " bytes before what its header promises; they read as zero";
+}
+
 const char* format_name(TOZ::SUPPORTED_FORMAT::Type format) {
     switch (format) {
         case TOZ::SUPPORTED_FORMAT::LUMINANCE8:

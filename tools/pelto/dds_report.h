@@ -24,6 +24,9 @@ struct DDSReport {
 /// part of the reason instead of going to the log.
 DDSReport report_dds(const std::string& path, bool flip, bool header_only);
 
+/// What there is to say of bytes that are missing.
+std::string cut_short_text(std::uint64_t missing_bytes);
+
 /// The name of a format, as the enumeration spells it.
 const char* format_name(TOZ::SUPPORTED_FORMAT::Type format);
 

@@ -8,6 +8,12 @@
 #include <sstream>
 #include <system_error>
 
+std::uint32_t FileStart::number(std::size_t offset) const {
+    std::uint32_t number = 0;
+    for (std::size_t i = 4; i-- > 0;) number = number << 8 | static_cast<unsigned char>(bytes[offset + i]);
+    return number;
+}
+
 std::optional<FileStart> read_start(const std::string& path) {
     // Opening a pipe would wait for its other end.
     std::error_code error;

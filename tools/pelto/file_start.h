@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +17,9 @@ struct FileStart {
     std::string_view text(std::size_t offset, std::size_t count) const {
         return {bytes.data() + offset, count};
     }
+
+    /// Four bytes as a little-endian number.
+    std::uint32_t number(std::size_t offset) const;
 };
 
 /// Nothing when the file cannot be opened, or is no regular file.

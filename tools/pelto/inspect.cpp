@@ -135,8 +135,7 @@ void inspect_dds(const std::string& path, const Options& options, Findings& find
         return;
     }
     if (report.missing_bytes > 0) {
-        complain(path, "warning: ends " + std::to_string(report.missing_bytes) +
-                           " bytes before what its header promises; they read as zero");
+        complain(path, "warning: " + cut_short_text(report.missing_bytes));
     }
     findings.dds_rows.push_back(row_of(report, options));
 }

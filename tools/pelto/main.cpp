@@ -7,6 +7,7 @@
 
 #include "exit_status.h"
 #include "inspect.h"
+#include "library.h"
 #include "outline.h"
 #include "size.h"
 #include "transcode.h"
@@ -15,13 +16,13 @@
 namespace {
 
 ExitStatus run(int argc, char** argv) {
-    CLI::App app(
-        "pelto looks into texture files, counts their bytes, transcodes them, and checks XML documents.",
-        "pelto");
+    CLI::App app("pelto reads, checks and transcodes texture files, and the XML documents that name them.",
+                 "pelto");
     app.set_version_flag("--version", "pelto " PELTO_VERSION);
     app.require_subcommand(1);
     app.footer("Exit status: 0 done, 1 something could not be read, counted or written, 2 wrong usage.");
     ExitStatus status = kExitSuccess;
+    add_library(app, status);
     add_inspect(app, status);
     add_size(app, status);
     add_transcode(app, status);

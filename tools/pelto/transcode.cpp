@@ -4,15 +4,14 @@
 #include <cstdint>
 #include <filesystem>
 #include <iostream>
-#include <map>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <vBasisImage.h>
 #include <vector>
 
-#include "basis_report.h"
+#include "basis_blocks.h"
+#include "basis_usage.h"
 #include "dds_writer.h"
 #include "printable.h"
 #include "progress.h"
@@ -30,16 +29,6 @@ struct Options {
     std::string output;
 };
 
-struct Target {
-    TOZ::EUsageFormat usage;
-    const char* four_cc;
-};
-
-const std::map<std::string, Target> kTargets = {{"bc1", {TOZ::eUsageFormatBC1, "DXT1"}},
-                                                {"bc3", {TOZ::eUsageFormatBC3, "DXT5"}},
-                                                {"bc4", {TOZ::eUsageFormatBC4, "BC4U"}},
-                                                {"bc5", {TOZ::eUsageFormatBC5, "BC5U"}}};
-
 // The numbers below `count` that an option names.
 std::vector<std::uint32_t> chosen(const std::string& what, const std::string& option, std::uint32_t count) {
     std::vector<std::uint32_t> numbers;
@@ -53,19 +42,6 @@ std::vector<std::uint32_t> chosen(const std::string& what, const std::string& op
                                  std::to_string(count - 1));
     }
     return {static_cast<std::uint32_t>(number)};
-}
-
-std::string transcoded(const BasisReport& report, std::uint32_t slice, std::uint32_t level,
-                       const Options& options) {
-    unsigned char* blocks = nullptr;
-    unsigned int size = 0;
-    if (!report.image.getImage(level, slice, blocks, size, kTargets.at(options.usage).usage)) {
-        throw std::runtime_error("level " + std::to_string(level) + " of slice " + std::to_string(slice) +
-                                 " cannot be transcoded to " + options.usage + ": its " + report.file.codec +
-                                 " data is damaged, or has no such form");
-    }
-    const std::unique_ptr<unsigned char[]> owned(blocks);
-    return {reinterpret_cast<const char*>(blocks), size};
 }
 
 std::string extent(std::uint32_t width, std::uint32_t height) {
@@ -86,8 +62,9 @@ void check_extent(const BasisLevel& level, std::size_t index, const DDSContent& 
 
 std::string dds_of_slice(const BasisReport& report, std::uint32_t slice, const Options& options,
                          Progress& progress) {
+    const BasisUsage& target = kBasisUsages.at(options.usage);
     DDSContent content;
-    content.four_cc = kTargets.at(options.usage).four_cc;
+    content.four_cc = target.four_cc;
     for (const std::uint32_t number : chosen("level", options.level, report.file.level_count(slice))) {
         const BasisLevel* const level = report.file.find(slice, number);
         if (!level) throw std::runtime_error("its table has no level " + std::to_string(number));
@@ -96,7 +73,8 @@ std::string dds_of_slice(const BasisReport& report, std::uint32_t slice, const O
             content.height = level->height;
         }
         check_extent(*level, content.levels.size(), content);
-        content.levels.push_back(transcoded(report, slice, number, options));
+        const BasisBlocks blocks = transcoded(report, slice, number, target.usage, options.usage);
+        content.levels.emplace_back(reinterpret_cast<const char*>(blocks.data.get()), blocks.size);
         progress.step();
     }
     if (content.levels.empty()) throw std::runtime_error("slice " + std::to_string(slice) + " has no levels");
@@ -131,11 +109,7 @@ void transcode_slices(const BasisReport& report, const Options& options) {
 ExitStatus transcode(const Options& options) {
     const std::string where = "pelto: " + printable(options.file) + ": ";
     BasisReport report;
-    report_basis(options.file, report);
-    if (!report.error && !report.transcodable) {
-        report.error =
-            "is a " + report.file.texture_type + ": only 2D textures and arrays of them are transcoded";
-    }
+    report_transcodable_basis(options.file, report);
     if (report.error) {
         std::cerr << where << printable(*report.error) << '\n';
         return kExitFailure;
@@ -164,7 +138,7 @@ void add_transcode(CLI::App& app, ExitStatus& status) {
     command->add_option("FILE", options->file, "A .basis file with 2D textures")->required();
     command->add_option("--usage", options->usage, "The blocks to make: bc1, bc3, bc4 or bc5")
         ->required()
-        ->check(CLI::IsMember(kTargets));
+        ->check(CLI::IsMember(kBasisUsages));
     command->add_option("--level", options->level, "The mip level to take, or \"all\" (where it is left out)")
         ->check(number_or_all_of_them);
     command

@@ -1,0 +1,22 @@
+// The blocks that a .basis file becomes, by the names that people give them.
+#ifndef PELTO_TOOL_BASIS_USAGE_H
+#define PELTO_TOOL_BASIS_USAGE_H
+
+#include <map>
+#include <string>
+#include <vBasisImage.h>
+#include <vTextureUtils.h>
+
+struct BasisUsage {
+    TOZ::EUsageFormat usage;
+    const char* four_cc;          // of a DDS file of such blocks
+    vTextureFormat::Type format;  // that a renderer stores them in
+};
+
+inline const std::map<std::string, BasisUsage> kBasisUsages = {
+    {"bc1", {TOZ::eUsageFormatBC1, "DXT1", vTextureFormat::FORMAT_51}},
+    {"bc3", {TOZ::eUsageFormatBC3, "DXT5", vTextureFormat::FORMAT_55}},
+    {"bc4", {TOZ::eUsageFormatBC4, "BC4U", vTextureFormat::FORMAT_57}},
+    {"bc5", {TOZ::eUsageFormatBC5, "BC5U", vTextureFormat::FORMAT_59}}};
+
+#endif

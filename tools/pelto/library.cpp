@@ -1,0 +1,208 @@
+#include "library.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vSAXReader.h>
+#include <vector>
+
+#include "file_start.h"
+#include "library_handler.h"
+#include "library_report.h"
+#include "print_json.h"
+#include "printable.h"
+#include "progress.h"
+#include "table.h"
+#include "xml_problems.h"
+
+namespace {
+
+struct Options {
+    std::string document;
+    std::string schema;
+    bool json = false;
+};
+
+struct Entry {
+    LibraryTexture texture;
+    TextureReport report;
+
+    std::string name() const { return texture.material + "/" + texture.name; }
+};
+
+struct Library {
+    std::vector<Entry> entries;
+    std::vector<XMLProblem> problems;
+
+    std::uint64_t bytes() const {
+        std::uint64_t sum = 0;
+        for (const Entry& entry : entries) sum += entry.report.bytes;
+        return sum;
+    }
+};
+
+// The schema that was asked for, or the one that lies beside the document under its name.
+std::string schema_of(const Options& options) {
+    if (!options.schema.empty()) return options.schema;
+    std::error_code error;
+    const std::filesystem::path beside = std::filesystem::path(options.document).replace_extension(".xsd");
+    return std::filesystem::exists(beside, error) ? beside.string() : "";
+}
+
+XMLProblem unreadable(const std::string& path, const std::string& why) {
+    return {path, 0, 0, Severity::kFatalError, why};
+}
+
+// Reads a file with `read`, a call of the reader's, which may add problems to the handler's.
+template <class Read>
+void read_file(const std::string& path, LibraryHandler& handler, const Read& read) {
+    if (const std::optional<std::string> reason = why_unreadable(path)) {
+        handler.problems.push_back(unreadable(path, *reason));
+        return;
+    }
+    handler.document = path;
+    if (FAILED(read()) && !has_errors(handler.problems)) {
+        handler.problems.push_back(unreadable(path, "cannot be read"));
+    }
+}
+
+// A document whose schema is no good is read without it.
+OXAVar<LibraryHandler> read_document(const Options& options) {
+    auto handler = OXAVar<LibraryHandler>::Adopt(new LibraryHandler);
+    vSAXReader reader;
+    reader.SetDocumentHandler(handler.Get());
+    const std::string schema = schema_of(options);
+    if (!schema.empty()) {
+        read_file(schema, *handler.Get(),
+                  [&] { return reader.SetXSDSchema(schema.c_str(), schema.c_str()); });
+    }
+    read_file(options.document, *handler.Get(), [&] { return reader.LoadFile(options.document.c_str()); });
+    return handler;
+}
+
+Library read_library(const Options& options) {
+    const OXAVar<LibraryHandler> handler = read_document(options);
+    const std::filesystem::path folder = std::filesystem::path(options.document).parent_path();
+    Library library{{}, handler->problems};
+    Progress progress("loading", handler->textures.size());
+    for (const LibraryTexture& texture : handler->textures) {
+        Entry entry{texture, report_texture(texture, folder)};
+        if (entry.report.error) {
+            const std::string& subject = texture.file.empty() ? entry.name() : texture.file;
+            library.problems.push_back({options.document, texture.line, texture.column, Severity::kError,
+                                        subject + ": " + *entry.report.error});
+        }
+        library.entries.push_back(std::move(entry));
+        progress.step();
+    }
+    const auto in_document = [&](const XMLProblem& problem) { return problem.path == options.document; };
+    const auto first = std::stable_partition(library.problems.begin(), library.problems.end(),
+                                             [&](const XMLProblem& p) { return !in_document(p); });
+    std::stable_sort(first, library.problems.end(),
+                     [](const XMLProblem& a, const XMLProblem& b) { return a.line < b.line; });
+    return library;
+}
+
+std::vector<std::string> row_of(const Entry& entry) {
+    const TextureReport& report = entry.report;
+    const bool known = report.depth > 0;
+    const auto shown = [&](const auto& text) { return known ? text : "-"; };
+    return {printable(entry.name()),
+            printable(entry.texture.file),
+            shown(report.format),
+            shown(extent_text(report.width, report.height, report.depth)),
+            shown(std::to_string(report.faces)),
+            shown(std::to_string(report.levels)),
+            shown(std::to_string(report.bytes)),
+            report.error ? "failed" : "ok"};
+}
+
+std::string counted(std::size_t count, const char* one, const char* many) {
+    return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
+void print(const Library& library) {
+    std::vector<std::vector<std::string>> rows;
+    for (const Entry& entry : library.entries) rows.push_back(row_of(entry));
+    if (!rows.empty()) {
+        print_table(std::cout,
+                    {{"name"},
+                     {"file"},
+                     {"format"},
+                     {"width x height x depth", Align::kRight},
+                     {"faces", Align::kRight},
+                     {"levels", Align::kRight},
+                     {"bytes", Align::kRight},
+                     {"check"}},
+                    rows);
+    }
+    const auto failed = std::count_if(library.entries.begin(), library.entries.end(),
+                                      [](const Entry& entry) { return entry.report.error.has_value(); });
+    std::cout << counted(library.entries.size(), "texture", "textures") << ", "
+              << counted(library.bytes(), "byte", "bytes") << ", " << failed << " failed\n";
+}
+
+nlohmann::ordered_json json_of(const Entry& entry) {
+    const LibraryTexture& texture = entry.texture;
+    const TextureReport& report = entry.report;
+    nlohmann::ordered_json object = {{"material", texture.material}, {"name", texture.name},
+                                     {"file", texture.file},         {"line", texture.line},
+                                     {"tint", texture.tint},         {"levelLimits", texture.levels},
+                                     {"tags", texture.tags}};
+    if (report.depth > 0) {
+        object["format"] = report.format;
+        object["width"] = report.width;
+        object["height"] = report.height;
+        object["depth"] = report.depth;
+        object["faces"] = report.faces;
+        object["levels"] = report.levels;
+        object["bytes"] = report.bytes;
+    }
+    if (report.error) object["error"] = *report.error;
+    return object;
+}
+
+nlohmann::ordered_json json_of(const Library& library) {
+    nlohmann::ordered_json textures = nlohmann::ordered_json::array();
+    for (const Entry& entry : library.entries) textures.push_back(json_of(entry));
+    return {{"textures", std::move(textures)},
+            {"bytes", library.bytes()},
+            {"problems", json_of(library.problems)}};
+}
+
+ExitStatus check_library(const Options& options) {
+    const Library library = read_library(options);
+    if (options.json) {
+        print_json(json_of(library));
+    } else {
+        print(library);
+    }
+    std::cout.flush();
+    print_problems(std::cerr, library.problems);
+    return has_errors(library.problems) ? kExitFailure : kExitSuccess;
+}
+
+}  // namespace
+
+void add_library(CLI::App& app, ExitStatus& status) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* const command =
+        app.add_subcommand("library", "Load and check the textures that an XML document names, a row each");
+    command->add_option("FILE.xml", options->document, "The document: materials with their textures")
+        ->required();
+    command->add_option("--xsd", options->schema,
+                        "The XML Schema that it must follow; where it is left out, FILE.xsd if there is one");
+    command->add_flag("--json", options->json, "Print a JSON object instead of a table");
+    command->footer(
+        "Files are named from the document's folder. The check compares the bytes of every level with what\n"
+        "its format and extent take, and the file with what the document says of it. Problems are told on\n"
+        "standard error as path:line:column: severity: message; what they do not touch is still done.");
+    command->callback([options, &status] { status = check_library(*options); });
+}
