@@ -10,6 +10,7 @@
 
 #include "dds/DDSFile.h"
 #include "dds/file_length.h"
+#include "dds/pixel_layout.h"
 #include "pixels/channel_reorder.h"
 #include "vDDSImage.h"
 #include "vLogger.h"
@@ -17,83 +18,30 @@
 namespace {
 
 using namespace TOZ::SUPPORTED_FORMAT;
+using pelto::dds::block_size;
 using pelto::dds::FileBytes;
-using pelto::dds::four_cc;
+using pelto::dds::find_pixel_layout;
+using pelto::dds::format_code;
+using pelto::dds::FormatCode;
 using pelto::dds::kCubeFaces;
+using pelto::dds::kFourCCDX10;
+using pelto::dds::PixelLayout;
 using pelto::pixels::ChannelReorder;
-
-constexpr std::uint32_t kFourCCDX10 = four_cc("DX10");
-
-struct PixelLayout {
-    Type format;
-    int components;
-    int bits_per_component;  // 8 for compressed formats, which do not use it
-    bool compressed;
-};
-
-struct CodedLayout {
-    std::uint32_t code;
-    PixelLayout layout;
-};
-
-// By DXGI format. RGBA32F (DXGI 2) is accepted by its FourCC alone.
-constexpr CodedLayout kDXGILayouts[] = {
-    {6, {RGB32F, 3, 32, false}},    // R32G32B32_FLOAT
-    {10, {RGBA16F, 4, 16, false}},  // R16G16B16A16_FLOAT
-    {41, {R32F, 1, 32, false}},     // R32_FLOAT
-    {71, {DXT1, 3, 8, true}},       // BC1_UNORM
-    {74, {DXT3, 4, 8, true}},       // BC2_UNORM
-    {77, {DXT5, 4, 8, true}},       // BC3_UNORM
-    {80, {BC4U, 1, 8, true}},       // BC4_UNORM
-    {81, {BC4S, 1, 8, true}},       // BC4_SNORM
-    {83, {BC5U, 2, 8, true}},       // BC5_UNORM
-    {84, {BC5S, 2, 8, true}},       // BC5_SNORM
-    {87, {BGRA8, 3, 8, false}},     // B8G8R8A8_UNORM, read at three bytes per pixel
-    {95, {BC6H_UF16, 3, 8, true}},  // BC6H_UF16
-    {96, {BC6H_SF16, 3, 8, true}},  // BC6H_SF16
-};
-
-// By FourCC; the numbers are Direct3D 9 format codes. "BC5S" reads as unsigned, unlike DXGI format 84.
-constexpr CodedLayout kFourCCLayouts[] = {
-    {four_cc("DXT1"), {DXT1, 3, 8, true}}, {four_cc("DXT3"), {DXT3, 4, 8, true}},
-    {four_cc("DXT5"), {DXT5, 4, 8, true}}, {four_cc("ATI1"), {BC4U, 1, 8, true}},
-    {four_cc("BC4U"), {BC4U, 1, 8, true}}, {four_cc("BC4S"), {BC4S, 1, 8, true}},
-    {four_cc("ATI2"), {BC5U, 2, 8, true}}, {four_cc("BC5U"), {BC5U, 2, 8, true}},
-    {four_cc("BC5S"), {BC5U, 2, 8, true}}, {113, {RGBA16F, 4, 16, false}},
-    {114, {R32F, 1, 32, false}},           {116, {RGBA32F, 4, 32, false}},
-};
-
-template <std::size_t N>
-std::optional<PixelLayout> find_layout(const CodedLayout (&layouts)[N], std::uint32_t code) {
-    const auto* const found =
-        std::find_if(layouts, layouts + N, [&](const CodedLayout& entry) { return entry.code == code; });
-    if (found == layouts + N) return std::nullopt;
-    return found->layout;
-}
-
-std::optional<PixelLayout> uncompressed_layout(std::uint32_t flags, std::uint32_t bit_count) {
-    const bool rgb = flags == pelto::dds::kPixelFormatRGB;
-    const bool rgba = flags == pelto::dds::kPixelFormatRGBA;
-    if (bit_count == 32 && (rgb || rgba)) return PixelLayout{RGBA8, 4, 8, false};
-    if (bit_count == 24 && rgb) return PixelLayout{RGB8, 3, 8, false};
-    if (bit_count == 8) return PixelLayout{LUMINANCE8, 1, 8, false};
-    return std::nullopt;
-}
 
 std::optional<PixelLayout> decide_layout(const TOZ::DDS_PIXELFORMAT& pixel_format,
                                          std::uint32_t dxgi_format) {
-    std::optional<PixelLayout> layout;
-    if ((pixel_format.dwFlags & pelto::dds::kPixelFormatFourCC) == 0) {
-        layout = uncompressed_layout(pixel_format.dwFlags, pixel_format.dwRGBBitCount);
-        if (!layout) TOZ::LogDefault(TOZ::vLogger::eWarning, "DDS Format not supported.");
-    } else if (pixel_format.dwFourCC == kFourCCDX10) {
-        layout = find_layout(kDXGILayouts, dxgi_format);
-        if (!layout) {
+    const std::optional<PixelLayout> layout = find_pixel_layout(pixel_format, dxgi_format);
+    if (layout) return layout;
+    switch (format_code(pixel_format)) {
+        case FormatCode::kPixelFormat:
+            TOZ::LogDefault(TOZ::vLogger::eWarning, "DDS Format not supported.");
+            break;
+        case FormatCode::kDXGI:
             TOZ::LogDefault(TOZ::vLogger::eWarning, "The DXGI type %d for the DDS file : is not supported.",
                             static_cast<int>(dxgi_format));
-        }
-    } else {
-        layout = find_layout(kFourCCLayouts, pixel_format.dwFourCC);
+            break;
+        case FormatCode::kFourCC:
+            break;
     }
     return layout;
 }
@@ -111,8 +59,6 @@ std::optional<ChannelReorder> channel_reorder(const TOZ::DDS_PIXELFORMAT& pixel_
     if (reorder.keeps_pixels()) return std::nullopt;
     return reorder;
 }
-
-std::size_t block_size(Type format) { return format == DXT1 || format == BC4U || format == BC4S ? 8 : 16; }
 
 // Reads the bytes of one level after the other, with its channels reordered and flipped as the image asks.
 class LevelReader {
