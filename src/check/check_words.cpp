@@ -1,0 +1,57 @@
+#include "check/check_words.h"
+
+#include <utility>
+
+namespace pelto::check {
+
+vTextureCheck::Result failure(vTextureCheck::EStatus status, std::uint64_t offset, std::string sentence) {
+    vTextureCheck::Result result;
+    result.status = status;
+    result.offset = offset;
+    result.sentence = std::move(sentence);
+    return result;
+}
+
+vTextureCheck::Result cut_short(const std::string& what, std::uint64_t promised, std::uint64_t length) {
+    vTextureCheck::Result result =
+        failure(vTextureCheck::eTruncated, length,
+                "is cut short: " + what + " ends at byte " + std::to_string(promised) +
+                    ", the file at byte " + std::to_string(length));
+    result.missingBytes = promised - length;
+    return result;
+}
+
+vTextureCheck::Result absurd_extent(const char* what, std::uint32_t pixels, std::uint64_t offset,
+                                    std::uint32_t limit) {
+    std::string sentence = "its ";
+    sentence.append(what).append(" of ").append(std::to_string(pixels)).append(" pixels at byte ");
+    sentence.append(std::to_string(offset));
+    sentence += pixels == 0 ? " is none" : " is beyond the limit of " + std::to_string(limit);
+    return failure(vTextureCheck::eAbsurdSize, offset, std::move(sentence));
+}
+
+vTextureCheck::Result too_many_bytes(std::uint64_t bytes, std::uint64_t offset, std::uint64_t limit) {
+    const std::string amount =
+        bytes == kUncountable ? "more bytes than can be counted" : std::to_string(bytes) + " bytes";
+    vTextureCheck::Result result =
+        failure(vTextureCheck::eAbsurdSize, offset,
+                "its levels take " + amount + ", which is beyond the limit of " + std::to_string(limit));
+    result.totalBytes = bytes;
+    return result;
+}
+
+std::string in_quotes(std::string_view bytes) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string text = "\"";
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x20 && byte < 0x7F) {
+            text += c;
+        } else {
+            text.append("\\x").append(1, kDigits[byte >> 4]).append(1, kDigits[byte & 0xF]);
+        }
+    }
+    return text + '"';
+}
+
+}  // namespace pelto::check

@@ -1,0 +1,41 @@
+// Results of checks, with their sentences for a person.
+#ifndef PELTO_CHECK_CHECK_WORDS_H
+#define PELTO_CHECK_CHECK_WORDS_H
+
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include "vTextureCheck.h"
+
+namespace pelto::check {
+
+vTextureCheck::Result failure(vTextureCheck::EStatus status, std::uint64_t offset, std::string sentence);
+
+/// "is cut short: WHAT ends at byte PROMISED, the file at byte LENGTH".
+vTextureCheck::Result cut_short(const std::string& what, std::uint64_t promised, std::uint64_t length);
+
+/// An extent that is 0 or beyond the limit: "its WHAT of N pixels at byte OFFSET is ...".
+vTextureCheck::Result absurd_extent(const char* what, std::uint32_t pixels, std::uint64_t offset,
+                                    std::uint32_t limit);
+
+vTextureCheck::Result too_many_bytes(std::uint64_t bytes, std::uint64_t offset, std::uint64_t limit);
+
+/// Bytes in quotes; those that are no printable ASCII characters as \xNN.
+std::string in_quotes(std::string_view bytes);
+
+/// Products and sums that stay at the largest number where they would be larger.
+constexpr std::uint64_t kUncountable = std::numeric_limits<std::uint64_t>::max();
+
+constexpr std::uint64_t product(std::uint64_t a, std::uint64_t b) {
+    return b != 0 && a > kUncountable / b ? kUncountable : a * b;
+}
+
+constexpr std::uint64_t sum(std::uint64_t a, std::uint64_t b) {
+    return a > kUncountable - b ? kUncountable : a + b;
+}
+
+}  // namespace pelto::check
+
+#endif

@@ -1,0 +1,74 @@
+#include "vTextureCheck.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+#include "check/basis_table.h"
+#include "check/check_words.h"
+#include "check/dds_table.h"
+#include "check/regular_file.h"
+#include "dds/DDSFile.h"
+#include "vBasisImage.h"
+
+using pelto::check::failure;
+using pelto::check::RegularFile;
+
+namespace {
+
+// An image that holds bytes which stay their owner's.
+class BorrowingImage {
+public:
+    BorrowingImage(const unsigned char* data, std::uint64_t size) {
+        try {
+            image_.setBasisFileRawData(data, static_cast<unsigned int>(size));
+        } catch (...) {
+            give_back();
+            throw;
+        }
+    }
+    ~BorrowingImage() { give_back(); }
+    BorrowingImage(const BorrowingImage&) = delete;
+    BorrowingImage& operator=(const BorrowingImage&) = delete;
+
+    bool is_taken() const { return image_.getNumMipLevels() > 0 && image_.isValidHeader(); }
+
+private:
+    void give_back() { image_ = TOZ::vBasisImage(); }
+
+    TOZ::vBasisImage image_;
+};
+
+}  // namespace
+
+vTextureCheck::Result vTextureCheck::CheckDDS(const std::string& path, const vTextureLimits& limits) {
+    RegularFile file(path);
+    if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
+    std::array<unsigned char, pelto::dds::kHeadersSize> start{};
+    const std::size_t available = file.read(start.data(), start.size());
+    return pelto::check::read_dds_table(start.data(), available, file.length(), limits).result;
+}
+
+vTextureCheck::Result vTextureCheck::CheckDDS(const void* data, std::uint64_t size,
+                                              const vTextureLimits& limits) {
+    const auto* const bytes = static_cast<const unsigned char*>(data);
+    return pelto::check::read_dds_table(bytes, size, size, limits).result;
+}
+
+vTextureCheck::Result vTextureCheck::CheckBasis(const std::string& path, const vTextureLimits& limits) {
+    RegularFile file(path);
+    if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
+    const auto bytes = std::make_unique_for_overwrite<unsigned char[]>(file.length());
+    const std::size_t available = file.read(bytes.get(), file.length());
+    return CheckBasis(bytes.get(), available, limits);
+}
+
+vTextureCheck::Result vTextureCheck::CheckBasis(const void* data, std::uint64_t size,
+                                                const vTextureLimits& limits) {
+    const auto* const bytes = static_cast<const unsigned char*>(data);
+    Result result = pelto::check::check_basis_table(bytes, size, limits);
+    if (!result.ok() || BorrowingImage(bytes, size).is_taken()) return result;
+    result.status = eMalformedTable;
+    result.sentence = "is damaged: its codebooks cannot be decoded";
+    return result;
+}

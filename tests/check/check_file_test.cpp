@@ -1,0 +1,89 @@
+// vTextureCheck and vDDSLevels on files given by their paths.
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <string>
+#include <sys/stat.h>
+#include <vDDSLevels.h>
+#include <vTextureCheck.h>
+
+#include "support/dds_check.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+using namespace support;
+using Check = vTextureCheck;
+
+std::string text_of(const Bytes& bytes) { return {bytes.begin(), bytes.end()}; }
+
+class CheckFile : public testing::Test {
+protected:
+    const TemporaryFolder folder_;
+    const Bytes whole_ = complete_file(plain_header(0x20000, 8).sized(100, 100));
+
+    static void expect_unreadable(const std::string& path, const std::string& sentence) {
+        for (const Check::Result& result :
+             {Check::CheckDDS(path), Check::CheckBasis(path), vDDSLevels().Map(path)}) {
+            EXPECT_EQ(result.status, Check::eUnreadable);
+            EXPECT_EQ(result.sentence, sentence);
+            EXPECT_EQ(result.totalBytes, 0U);
+        }
+    }
+};
+
+TEST_F(CheckFile, PassesAWholeFile) {
+    const std::string path = folder_.write("a.dds", text_of(whole_));
+    const Check::Result result = Check::CheckDDS(path);
+    EXPECT_TRUE(result.ok()) << result.sentence;
+    EXPECT_EQ(result.totalBytes, 10000U);
+}
+
+TEST_F(CheckFile, FollowsASymbolicLink) {
+    folder_.write("a.dds", text_of(whole_));
+    std::filesystem::create_symlink("a.dds", folder_.path("link.dds"));
+    EXPECT_TRUE(Check::CheckDDS(folder_.path("link.dds")).ok());
+    std::filesystem::create_symlink("none.dds", folder_.path("dangling.dds"));
+    expect_unreadable(folder_.path("dangling.dds"), "cannot be opened: No such file or directory");
+}
+
+TEST_F(CheckFile, CountsTheFilesTrueLength) {
+    const std::string path = folder_.write("a.dds", text_of(whole_).substr(0, 5000));
+    const Check::Result result = Check::CheckDDS(path);
+    EXPECT_EQ(result.status, Check::eTruncated);
+    EXPECT_EQ(result.missingBytes, 10128U - 5000);
+}
+
+TEST_F(CheckFile, SaysThatAFileIsMissing) {
+    expect_unreadable(folder_.path("none.dds"), "cannot be opened: No such file or directory");
+}
+
+TEST_F(CheckFile, RefusesAFolder) { expect_unreadable(folder_.path("."), "is a directory"); }
+
+TEST_F(CheckFile, RefusesAPipeWithoutWaitingForIt) {
+    const std::string path = folder_.path("pipe.dds");
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    expect_unreadable(path, "is not a regular file: its length cannot be told");
+}
+
+TEST_F(CheckFile, RefusesADevice) {
+    expect_unreadable("/dev/zero", "is not a regular file: its length cannot be told");
+}
+
+TEST_F(CheckFile, SaysThatAFileIsEmpty) {
+    const std::string path = folder_.write("a.dds", "");
+    EXPECT_EQ(Check::CheckDDS(path).sentence, "is empty");
+    EXPECT_EQ(Check::CheckBasis(path).sentence, "is empty");
+    EXPECT_EQ(vDDSLevels().Map(path).sentence, "is empty");
+}
+
+TEST_F(CheckFile, MapsAFileWhoseLevelsOutliveItsName) {
+    const std::string path = folder_.write("a.dds", text_of(whole_));
+    vDDSLevels levels;
+    ASSERT_TRUE(levels.Map(path).ok());
+    std::filesystem::remove(path);
+    const vDDSLevel& level = levels.GetLevel(0, 0);
+    EXPECT_EQ(Bytes(level.data, level.data + level.bytes), Bytes(whole_.begin() + 128, whole_.end()));
+}
+
+}  // namespace
