@@ -41,7 +41,7 @@ vTextureCheck::Result too_many_bytes(std::uint64_t bytes, std::uint64_t offset, 
 }
 
 std::string in_quotes(std::string_view bytes) {
-    constexpr char kDigits[] = "0123456789ABCDEF";
+    constexpr char kDigits[] = "0123456789abcdef";
     std::string text = "\"";
     for (const char c : bytes) {
         const auto byte = static_cast<unsigned char>(c);

@@ -120,7 +120,7 @@ TEST(DdsCheck, NamesTheFirstFaceAndLevelThatIsNotWhole) {
 TEST(DdsCheck, TellsWhatIsNoDDSFile) {
     const Check::Result other = check({'P', 'N', 'G', '\n', 1, 2});
     EXPECT_EQ(other.status, Check::eNotThisKind);
-    EXPECT_EQ(other.sentence, "is not a DDS file: it starts with \"PNG\\x0A\" instead of \"DDS \"");
+    EXPECT_EQ(other.sentence, "is not a DDS file: it starts with \"PNG\\x0a\" instead of \"DDS \"");
     const Check::Result empty = check({});
     EXPECT_EQ(empty.status, Check::eNotThisKind);
     EXPECT_EQ(empty.sentence, "is empty");

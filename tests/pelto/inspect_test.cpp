@@ -125,23 +125,35 @@ TEST_F(Inspect, FlipLoadsTheImageUpsideDown) {
     EXPECT_EQ(cells(result.out).at(1).back(), "compressed,flipped");
 }
 
-TEST_F(Inspect, WarnsOfATruncatedFile) {
+TEST_F(Inspect, WarnsOfATruncatedFileThatIsTrusted) {
     const std::string path = file("short.dds", fourcc_header(four_cc("DXT1")).sized(16, 16), 100);
-    const CommandResult result = run_pelto({"inspect", path});
+    const CommandResult result = run_pelto({"inspect", "--trust", path});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(cells(result.out).at(1).back(), "compressed,truncated");
     EXPECT_EQ(
         result.err,
         "pelto: " + path + ": warning: ends 28 bytes before what its header promises; they read as zero\n");
-    EXPECT_EQ(json::parse(run_pelto({"inspect", "--json", path}).out).at(0).at("missingBytes"), 28);
+    EXPECT_EQ(json::parse(run_pelto({"inspect", "--json", "--trust", path}).out).at(0).at("missingBytes"),
+              28);
 }
 
-TEST_F(Inspect, WarnsOfTruncatedHeadersWhenThoseAloneAreRead) {
+TEST_F(Inspect, RefusesATruncatedFile) {
+    const std::string path = file("short.dds", fourcc_header(four_cc("DXT1")).sized(16, 16), 100);
+    const CommandResult result = run_pelto({"inspect", path});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err,
+              "pelto: " + path + ": is cut short: level 0 ends at byte 256, the file at byte 228\n");
+}
+
+TEST_F(Inspect, WarnsOfTruncatedHeadersThatAreTrustedWhenThoseAloneAreRead) {
     const Bytes header = header_bytes(fourcc_header(four_cc("DXT1")).sized(4, 4));
     const std::string path = folder_.write("cut.dds", std::string(header.begin(), header.begin() + 100));
-    const CommandResult result = run_pelto({"inspect", "--header-only", path});
+    const CommandResult result = run_pelto({"inspect", "--header-only", "--trust", path});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(cells(result.out).at(1).back(), "compressed,header-only,truncated");
+    EXPECT_EQ(run_pelto({"inspect", "--header-only", path}).err,
+              "pelto: " + path + ": is cut short: its header ends at byte 128, the file at byte 100\n");
     EXPECT_EQ(
         result.err,
         "pelto: " + path + ": warning: ends 28 bytes before what its header promises; they read as zero\n");
@@ -168,17 +180,25 @@ TEST_F(Inspect, AFailureIsOneLineWithTheReasonAndTheOtherFilesAreStillShown) {
     const std::string path = file("dxgi2.dds", dxgi_header(2).sized(4, 4), 64);
     const CommandResult result = run_pelto({"inspect", path, bc1_with_mips()});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err, "pelto: " + path + ": The DXGI type 2 for the DDS file : is not supported.\n");
+    EXPECT_EQ(result.err, "pelto: " + path + ": the DXGI format 2 at byte 128 is not supported\n");
+    EXPECT_EQ(run_pelto({"inspect", "--trust", path}).err,
+              "pelto: " + path + ": The DXGI type 2 for the DDS file : is not supported.\n");
     EXPECT_EQ(cells(result.out).size(), 2U);
 }
 
 TEST_F(Inspect, SaysWhyAFileCannotBeRead) {
-    const auto error = [](const std::string& path) {
-        const CommandResult result = run_pelto({"inspect", path});
+    const auto error_of = [](std::vector<std::string> arguments) {
+        const std::string path = arguments.back();
+        const CommandResult result = run_pelto(arguments);
         EXPECT_EQ(result.status, 1);
         EXPECT_EQ(result.out, "");
         EXPECT_EQ(line_count(result.err), 1U);
         return result.err.substr(std::string("pelto: " + path + ": ").size());
+    };
+    const auto error = [&](const std::string& path) {
+        const std::string checked = error_of({"inspect", path});
+        EXPECT_EQ(checked, error_of({"inspect", "--trust", path}));
+        return checked;
     };
     EXPECT_EQ(error(folder_.path("absent.dds")), "cannot be opened: No such file or directory\n");
     EXPECT_EQ(error(folder_.path("")), "is a directory\n");
@@ -189,14 +209,17 @@ TEST_F(Inspect, SaysWhyAFileCannotBeRead) {
               "is not a DDS file: it starts with \"D\\x0a\" instead of \"DDS \"\n");
     EXPECT_EQ(error(file("fourcc.dds", fourcc_header(four_cc("WHAT")), 0)),
               "the FourCC \"WHAT\" at byte 84 is not supported\n");
-    EXPECT_EQ(error(file("bits.dds", plain_header(kRgb, 16), 0)), "DDS Format not supported.\n");
+    const std::string bits = file("bits.dds", plain_header(kRgb, 16), 0);
+    EXPECT_EQ(error_of({"inspect", bits}),
+              "the pixel format at byte 80 (flags 64, 16 bits a pixel) is not supported\n");
+    EXPECT_EQ(error_of({"inspect", "--trust", bits}), "DDS Format not supported.\n");
 }
 
 // These sanitizers end a process that asks for too much memory.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-TEST_F(Inspect, SaysWhenTheLevelsDoNotFitIntoMemory) {
+TEST_F(Inspect, SaysWhenTheLevelsOfATrustedFileDoNotFitIntoMemory) {
     const std::string path = file("huge.dds", fourcc_header(116).sized(1U << 24, 1U << 24), 0);
-    const CommandResult result = run_pelto({"inspect", path});
+    const CommandResult result = run_pelto({"inspect", "--trust", path});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.err, "pelto: " + path + ": its header promises more pixels than fit into memory\n");
 }

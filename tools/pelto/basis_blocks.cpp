@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
-void report_transcodable_basis(const std::string& path, BasisReport& report) {
-    report_basis(path, report);
+void report_transcodable_basis(const std::string& path, BasisReport& report, Trust trust) {
+    report_basis(path, report, trust);
     if (!report.error && !report.transcodable) {
         report.error =
             "is a " + report.file.texture_type + ": only 2D textures and arrays of them are transcoded";

@@ -16,7 +16,7 @@ struct BasisBlocks {
 
 /// Loads a file that can be transcoded into `report`, which must be new; where that fails, the reason is in
 /// the report.
-void report_transcodable_basis(const std::string& path, BasisReport& report);
+void report_transcodable_basis(const std::string& path, BasisReport& report, Trust trust = Trust::kNo);
 
 /// Transcodes one level. Throws std::runtime_error, which says what went wrong; `usage_name` is what the
 /// usage is called in it.

@@ -35,6 +35,7 @@ constexpr std::array kCodecs = {
     "ASTC LDR 8x6",    "ASTC LDR 10x5",    "ASTC LDR 10x6",    "ASTC LDR 8x8",     "ASTC LDR 10x8",
     "ASTC LDR 10x10",  "ASTC LDR 12x10",   "ASTC LDR 12x12"};
 constexpr std::array kTextureTypes = {"2D", "2D array", "cube map", "video", "volume"};
+constexpr std::size_t kFirstOtherTextureType = 2;
 
 template <std::size_t N>
 std::string name_of(const std::array<const char*, N>& names, std::uint32_t number) {
@@ -48,6 +49,11 @@ std::uint32_t number_at(const unsigned char* data, std::size_t bytes) {
 }
 
 }  // namespace
+
+bool BasisFile::has_other_texture_type() const {
+    return std::find(kTextureTypes.begin() + kFirstOtherTextureType, kTextureTypes.end(), texture_type) !=
+           kTextureTypes.end();
+}
 
 std::uint32_t BasisFile::level_count(std::uint32_t slice) const {
     return static_cast<std::uint32_t>(std::count_if(

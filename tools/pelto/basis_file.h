@@ -23,6 +23,9 @@ struct BasisFile {
     std::uint32_t slices = 0;
     std::vector<BasisLevel> levels;  // of all slices, in the file's order
 
+    /// Whether it is a cube map, a video or a volume.
+    bool has_other_texture_type() const;
+
     std::uint32_t level_count(std::uint32_t slice) const;
     const BasisLevel* find(std::uint32_t slice, std::uint32_t level) const;
 };

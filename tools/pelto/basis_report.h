@@ -2,11 +2,13 @@
 #ifndef PELTO_TOOL_BASIS_REPORT_H
 #define PELTO_TOOL_BASIS_REPORT_H
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vBasisImage.h>
 
 #include "basis_file.h"
+#include "texture_check.h"
 
 struct BasisReport {
     std::string path;
@@ -14,18 +16,20 @@ struct BasisReport {
     /// Why the file could not be read; the rest is then meaningless.
     std::optional<std::string> error;
 
-    TOZ::vBasisImage image;
     BasisFile file;
+    std::uint64_t bytes = 0;  // of the file
 
-    /// Whether the image transcodes: cube maps, videos and volumes are read, and do not.
+    /// Whether there is an image to transcode: of cube maps, videos and volumes there is none.
     bool transcodable = false;
+    TOZ::vBasisImage image;
 
     std::uint32_t width() const { return file.levels.empty() ? 0 : file.levels.front().width; }
     std::uint32_t height() const { return file.levels.empty() ? 0 : file.levels.front().height; }
     std::uint32_t level_count() const { return file.level_count(0); }
 };
 
-/// Loads the file into `report`, which must be new, and finds the reason when that fails.
-void report_basis(const std::string& path, BasisReport& report);
+/// Loads the file into `report`, which must be new, and finds the reason when that fails: what a check of it
+/// says, where it is not trusted.
+void report_basis(const std::string& path, BasisReport& report, Trust trust = Trust::kNo);
 
 #endif

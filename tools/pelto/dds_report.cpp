@@ -61,9 +61,17 @@ std::uint64_t bytes_missing(const std::string& path, const vDDSImage& image) {
 
 }  // namespace
 
-DDSReport report_dds(const std::string& path, bool flip, bool header_only) {
+DDSReport report_dds(const std::string& path, bool flip, bool header_only, Trust trust) {
     DDSReport report;
     report.path = path;
+    if (trust == Trust::kNo) {
+        const vTextureCheck::Result check = vTextureCheck::CheckDDS(path);
+        const bool headers_are_good = check.ok() || check.level >= 0;
+        if (header_only ? !headers_are_good : !check.ok()) {
+            report.error = check.sentence;
+            return report;
+        }
+    }
     const LogCollector log;
     try {
         if (!report.image.load(path, flip, header_only)) {

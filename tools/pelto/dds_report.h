@@ -7,6 +7,8 @@
 #include <string>
 #include <vDDSImage.h>
 
+#include "texture_check.h"
+
 struct DDSReport {
     std::string path;
 
@@ -20,9 +22,9 @@ struct DDSReport {
     std::uint64_t missing_bytes = 0;
 };
 
-/// Loads the file and finds the reason when that fails. Messages that the library logs meanwhile become
-/// part of the reason instead of going to the log.
-DDSReport report_dds(const std::string& path, bool flip, bool header_only);
+/// Loads the file and finds the reason when that fails: what a check of it says, where it is not trusted, or
+/// else what the library logs meanwhile, which does not go to the log.
+DDSReport report_dds(const std::string& path, bool flip, bool header_only, Trust trust = Trust::kNo);
 
 /// What there is to say of bytes that are missing.
 std::string cut_short_text(std::uint64_t missing_bytes);

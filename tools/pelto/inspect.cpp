@@ -20,6 +20,7 @@ struct Options {
     bool json = false;
     bool header_only = false;
     bool flip = false;
+    Trust trust = Trust::kNo;
 };
 
 // Names joined by commas, "-" where there are none.
@@ -67,7 +68,7 @@ Row row_of(const BasisReport& report) {
             std::to_string(report.width()) + " x " + std::to_string(report.height()),
             std::to_string(report.file.slices),
             std::to_string(report.level_count()),
-            std::to_string(report.image.getBasisFileSize()),
+            std::to_string(report.bytes),
             flags.text()};
 }
 
@@ -107,7 +108,7 @@ nlohmann::ordered_json json_of(const BasisReport& report) {
     object["height"] = report.height();
     object["slices"] = report.file.slices;
     object["levels"] = report.level_count();
-    object["bytes"] = report.image.getBasisFileSize();
+    object["bytes"] = report.bytes;
     object["alpha"] = report.file.alpha;
     object["srgb"] = report.file.srgb;
     object["yFlipped"] = report.file.y_flipped;
@@ -127,7 +128,7 @@ struct Findings {
 };
 
 void inspect_dds(const std::string& path, const Options& options, Findings& findings) {
-    const DDSReport report = report_dds(path, options.flip, options.header_only);
+    const DDSReport report = report_dds(path, options.flip, options.header_only, options.trust);
     findings.objects.push_back(json_of(report, options));
     if (report.error) {
         complain(path, *report.error);
@@ -140,9 +141,9 @@ void inspect_dds(const std::string& path, const Options& options, Findings& find
     findings.dds_rows.push_back(row_of(report, options));
 }
 
-void inspect_basis(const std::string& path, Findings& findings) {
+void inspect_basis(const std::string& path, const Options& options, Findings& findings) {
     BasisReport report;
-    report_basis(path, report);
+    report_basis(path, report, options.trust);
     findings.objects.push_back(json_of(report));
     if (report.error) {
         complain(path, *report.error);
@@ -183,7 +184,7 @@ ExitStatus inspect(const Options& options) {
     Findings findings;
     for (const std::string& file : options.files) {
         if (is_basis(file)) {
-            inspect_basis(file, findings);
+            inspect_basis(file, options, findings);
         } else {
             inspect_dds(file, options, findings);
         }
@@ -207,5 +208,6 @@ void add_inspect(CLI::App& app, ExitStatus& status) {
     command->add_flag("--header-only", options->header_only,
                       "Of DDS files, read the headers only: no pixels, no byte counts");
     command->add_flag("--flip", options->flip, "Load the images of DDS files upside down");
+    add_trust(*command, options->trust);
     command->callback([options, &status] { status = inspect(*options); });
 }

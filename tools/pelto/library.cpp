@@ -28,6 +28,7 @@ struct Options {
     std::string document;
     std::string schema;
     bool json = false;
+    Trust trust = Trust::kNo;
 };
 
 struct Entry {
@@ -93,7 +94,7 @@ Library read_library(const Options& options) {
     Library library{{}, handler->problems};
     Progress progress("loading", handler->textures.size());
     for (const LibraryTexture& texture : handler->textures) {
-        Entry entry{texture, report_texture(texture, folder)};
+        Entry entry{texture, report_texture(texture, folder, options.trust)};
         if (entry.report.error) {
             const std::string& subject = texture.file.empty() ? entry.name() : texture.file;
             library.problems.push_back({options.document, texture.line, texture.column, Severity::kError,
@@ -200,6 +201,7 @@ void add_library(CLI::App& app, ExitStatus& status) {
     command->add_option("--xsd", options->schema,
                         "The XML Schema that it must follow; where it is left out, FILE.xsd if there is one");
     command->add_flag("--json", options->json, "Print a JSON object instead of a table");
+    add_trust(*command, options->trust);
     command->footer(
         "Files are named from the document's folder. The check compares the bytes of every level with what\n"
         "its format and extent take, and the file with what the document says of it. Problems are told on\n"

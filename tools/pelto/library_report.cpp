@@ -34,8 +34,8 @@ void check_description(const LibraryTexture& texture, const std::string& kind, s
     }
 }
 
-void load_dds(const std::string& path, const LibraryTexture& texture, TextureReport& report) {
-    const DDSReport dds = report_dds(path, texture.flip, false);
+void load_dds(const std::string& path, const LibraryTexture& texture, Trust trust, TextureReport& report) {
+    const DDSReport dds = report_dds(path, texture.flip, false, trust);
     if (dds.error) throw std::runtime_error(*dds.error);
     const vDDSImage& image = dds.image;
     report.format = format_name(image.get_format());
@@ -50,11 +50,11 @@ void load_dds(const std::string& path, const LibraryTexture& texture, TextureRep
     check_description(texture, kind_of(image), report.levels);
 }
 
-void load_basis(const std::string& path, const LibraryTexture& texture, TextureReport& report) {
+void load_basis(const std::string& path, const LibraryTexture& texture, Trust trust, TextureReport& report) {
     const auto usage = kBasisUsages.find(texture.usage);
     if (usage == kBasisUsages.end()) throw std::runtime_error("there is no usage " + texture.usage);
     BasisReport basis;
-    report_transcodable_basis(path, basis);
+    report_transcodable_basis(path, basis, trust);
     if (basis.error) throw std::runtime_error(*basis.error);
     if (texture.slice >= basis.file.slices) {
         throw std::runtime_error("has no slice " + std::to_string(texture.slice) + ": " +
@@ -81,15 +81,16 @@ void load_basis(const std::string& path, const LibraryTexture& texture, TextureR
 
 }  // namespace
 
-TextureReport report_texture(const LibraryTexture& texture, const std::filesystem::path& folder) {
+TextureReport report_texture(const LibraryTexture& texture, const std::filesystem::path& folder,
+                             Trust trust) {
     TextureReport report;
     try {
         if (texture.file.empty()) throw std::runtime_error("names no file");
         const std::string path = (folder / texture.file).string();
         if (is_basis(path)) {
-            load_basis(path, texture, report);
+            load_basis(path, texture, trust, report);
         } else {
-            load_dds(path, texture, report);
+            load_dds(path, texture, trust, report);
         }
     } catch (const std::runtime_error& error) {
         report.error = error.what();

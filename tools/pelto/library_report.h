@@ -8,6 +8,7 @@
 #include <string>
 
 #include "library_handler.h"
+#include "texture_check.h"
 
 struct TextureReport {
     std::string format;
@@ -24,6 +25,6 @@ struct TextureReport {
 
 /// Loads the texture's file, which is named from `folder`, and holds it against its description. Its levels
 /// are checked against the sizes that a renderer reckons with.
-TextureReport report_texture(const LibraryTexture& texture, const std::filesystem::path& folder);
+TextureReport report_texture(const LibraryTexture& texture, const std::filesystem::path& folder, Trust trust);
 
 #endif

@@ -5,6 +5,7 @@
 #include <iostream>
 #include <string>
 
+#include "check.h"
 #include "exit_status.h"
 #include "inspect.h"
 #include "library.h"
@@ -24,6 +25,7 @@ ExitStatus run(int argc, char** argv) {
     ExitStatus status = kExitSuccess;
     add_library(app, status);
     add_inspect(app, status);
+    add_check(app, status);
     add_size(app, status);
     add_transcode(app, status);
     add_validate(app, status);

@@ -27,6 +27,7 @@ struct Options {
     std::string level = kAll;
     std::string slice = "0";
     std::string output;
+    Trust trust = Trust::kNo;
 };
 
 // The numbers below `count` that an option names.
@@ -109,7 +110,7 @@ void transcode_slices(const BasisReport& report, const Options& options) {
 ExitStatus transcode(const Options& options) {
     const std::string where = "pelto: " + printable(options.file) + ": ";
     BasisReport report;
-    report_transcodable_basis(options.file, report);
+    report_transcodable_basis(options.file, report, options.trust);
     if (report.error) {
         std::cerr << where << printable(*report.error) << '\n';
         return kExitFailure;
@@ -149,5 +150,6 @@ void add_transcode(CLI::App& app, ExitStatus& status) {
     command
         ->add_option("-o,--output", options->output, "The DDS file to write; it is replaced where it exists")
         ->required();
+    add_trust(*command, options->trust);
     command->callback([options, &status] { status = transcode(*options); });
 }

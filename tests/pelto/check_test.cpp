@@ -1,0 +1,139 @@
+// pelto check, run as a user runs it, and what the other subcommands do with a file that it refuses.
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <sys/stat.h>
+#include <vector>
+
+#include "support/command.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+using namespace support;
+using nlohmann::json;
+
+std::string sample(const std::string& name) { return std::string(PELTO_SAMPLES "/textures/").append(name); }
+
+std::string bytes_of(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+class Check : public testing::Test {
+protected:
+    // bc4.dds has 128 bytes of header and 2048 of blocks.
+    std::string cut_short() const {
+        return folder_.write("cut.dds", bytes_of(sample("bc4.dds")).substr(0, 2000));
+    }
+
+    const TemporaryFolder folder_;
+};
+
+TEST_F(Check, SaysOfEachFileWhetherItIsGood) {
+    const std::string cut = cut_short();
+    const CommandResult result = run_pelto({"check", sample("bc4.dds"), cut, sample("etc1s_mips.basis")});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, sample("bc4.dds") + ": ok, 2048 bytes\n" + cut +
+                              ": is cut short: level 0 ends at byte 2176, the file at byte 2000\n" +
+                              sample("etc1s_mips.basis") + ": ok, 8224 bytes\n");
+}
+
+TEST_F(Check, FindsTheSamplesGood) {
+    std::vector<std::string> arguments = {"check", "-j", "4"};
+    for (const auto& entry : std::filesystem::directory_iterator(PELTO_SAMPLES "/textures")) {
+        arguments.push_back(entry.path().string());
+    }
+    const CommandResult result = run_pelto(arguments);
+    EXPECT_EQ(result.status, 0) << result.out;
+}
+
+TEST_F(Check, KeepsTheOrderOfTheFilesOnManyThreads) {
+    std::vector<std::string> arguments = {"check", "-j", "8"};
+    std::string expected;
+    for (int i = 0; i < 200; ++i) {
+        arguments.push_back(i % 3 == 0 ? sample("bc4.dds") : folder_.path("none" + std::to_string(i)));
+        expected += arguments.back() +
+                    (i % 3 == 0 ? ": ok, 2048 bytes\n" : ": cannot be opened: No such file or directory\n");
+    }
+    EXPECT_EQ(run_pelto(arguments).out, expected);
+}
+
+TEST_F(Check, KeepsToLimits) {
+    EXPECT_EQ(run_pelto({"check", "--max-bytes", "2048", "--max-extent", "64", sample("bc4.dds")}).status, 0);
+    const CommandResult bytes = run_pelto({"check", "--max-bytes", "2047", sample("bc4.dds")});
+    EXPECT_EQ(bytes.status, 1);
+    EXPECT_NE(bytes.out.find("its levels take 2048 bytes, which is beyond the limit of 2047"),
+              std::string::npos);
+    EXPECT_EQ(run_pelto({"check", "--max-extent", "63", sample("bc4.dds")}).status, 1);
+}
+
+TEST_F(Check, PrintsJson) {
+    const CommandResult result =
+        run_pelto({"check", "--json", sample("bc4.dds"), cut_short(), folder_.path("none")});
+    EXPECT_EQ(result.status, 1);
+    const json expected = {{{"path", sample("bc4.dds")}, {"status", "ok"}, {"totalBytes", 2048}},
+                           {{"path", folder_.path("cut.dds")},
+                            {"status", "truncated"},
+                            {"totalBytes", 2048},
+                            {"error", "is cut short: level 0 ends at byte 2176, the file at byte 2000"},
+                            {"offset", 2000},
+                            {"missingBytes", 176},
+                            {"face", 0},
+                            {"level", 0}},
+                           {{"path", folder_.path("none")},
+                            {"status", "unreadable"},
+                            {"error", "cannot be opened: No such file or directory"},
+                            {"offset", 0}}};
+    EXPECT_EQ(json::parse(result.out), expected);
+}
+
+TEST_F(Check, RefusesWhatIsNoRegularFile) {
+    const std::string pipe = folder_.path("pipe.dds");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::filesystem::create_symlink(sample("bc4.dds"), folder_.path("link.dds"));
+    const CommandResult result =
+        run_pelto({"check", pipe, "/dev/zero", folder_.path("."), folder_.path("link.dds")});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, pipe + ": is not a regular file: its length cannot be told\n" +
+                              "/dev/zero: is not a regular file: its length cannot be told\n" +
+                              folder_.path(".") + ": is a directory\n" + folder_.path("link.dds") +
+                              ": ok, 2048 bytes\n");
+}
+
+TEST_F(Check, WrongUsageIsToldFromFailure) {
+    EXPECT_EQ(run_pelto({"check"}).status, 2);
+    EXPECT_EQ(run_pelto({"check", "-j", "0", sample("bc4.dds")}).status, 2);
+    EXPECT_EQ(run_pelto({"check", "--max-bytes", "-1", sample("bc4.dds")}).status, 2);
+}
+
+TEST_F(Check, AnswersForTerabytesAtOnce) {
+    std::string header = bytes_of(sample("rgba32f.dds")).substr(0, 128);
+    for (const std::size_t extent : {12U, 16U}) header.replace(extent, 4, std::string("\0\0\x10\0", 4));
+    const CommandResult result = run_pelto({"check", folder_.write("huge.dds", header)});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.out.find("level 0 ends at byte 17592186044544, the file at byte 128"), std::string::npos)
+        << result.out;
+}
+
+TEST_F(Check, WhatItRefusesIsNotLoadedByOtherSubcommands) {
+    const std::string dds = cut_short();
+    const std::string basis =
+        folder_.write("cut.basis", bytes_of(sample("etc1s_mips.basis")).substr(0, 1600));
+    const CommandResult inspect = run_pelto({"inspect", dds, basis});
+    EXPECT_EQ(inspect.status, 1);
+    EXPECT_EQ(inspect.out, "");
+    EXPECT_NE(inspect.err.find("cut.dds: is cut short"), std::string::npos) << inspect.err;
+    EXPECT_NE(inspect.err.find("cut.basis: is cut short"), std::string::npos) << inspect.err;
+    const CommandResult transcode =
+        run_pelto({"transcode", basis, "--usage", "bc1", "-o", folder_.path("out.dds")});
+    EXPECT_EQ(transcode.status, 1);
+    EXPECT_NE(transcode.err.find("cut.basis: is cut short"), std::string::npos) << transcode.err;
+    EXPECT_FALSE(std::filesystem::exists(folder_.path("out.dds")));
+}
+
+}  // namespace

@@ -1,0 +1,142 @@
+#include "check.h"
+
+#include <atomic>
+#include <cstdint>
+#include <iostream>
+#include <memory>
+#include <mutex>
+#include <new>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <thread>
+#include <vBasisImage.h>
+#include <vTextureCheck.h>
+#include <vector>
+
+#include "print_json.h"
+#include "printable.h"
+#include "progress.h"
+#include "texture_check.h"
+
+namespace {
+
+using Result = vTextureCheck::Result;
+
+struct Options {
+    std::vector<std::string> files;
+    vTextureLimits limits;
+    unsigned int threads = 1;
+    bool json = false;
+};
+
+Result checked(const std::string& path, const vTextureLimits& limits) {
+    try {
+        return check_texture(path, limits);
+    } catch (const std::bad_alloc&) {
+        Result result;
+        result.status = vTextureCheck::eUnreadable;
+        result.sentence = "does not fit into memory";
+        return result;
+    }
+}
+
+std::vector<Result> check_all(const Options& options) {
+    // The transcoder sets itself up on first use, which must not be on two threads.
+    TOZ::vBasisImage().isValidHeader();
+    std::vector<Result> results(options.files.size());
+    Progress progress("checking", options.files.size());
+    std::mutex progress_mutex;
+    std::atomic<std::size_t> next = 0;
+    const auto work = [&] {
+        for (std::size_t i = next++; i < results.size(); i = next++) {
+            results[i] = checked(options.files[i], options.limits);
+            const std::lock_guard lock(progress_mutex);
+            progress.step();
+        }
+    };
+    std::vector<std::jthread> others;
+    for (unsigned int i = 1; i < options.threads; ++i) others.emplace_back(work);
+    work();
+    others.clear();
+    return results;
+}
+
+const char* name_of(vTextureCheck::EStatus status) {
+    switch (status) {
+        case vTextureCheck::eOk:
+            return "ok";
+        case vTextureCheck::eNotThisKind:
+            return "not-this-kind";
+        case vTextureCheck::eUnsupportedFormat:
+            return "unsupported-format";
+        case vTextureCheck::eTruncated:
+            return "truncated";
+        case vTextureCheck::eAbsurdSize:
+            return "absurd-size";
+        case vTextureCheck::eMalformedTable:
+            return "malformed-table";
+        case vTextureCheck::eUnreadable:
+            break;
+    }
+    return "unreadable";
+}
+
+nlohmann::ordered_json json_of(const std::string& path, const Result& result) {
+    nlohmann::ordered_json object = {{"path", path}, {"status", name_of(result.status)}};
+    if (result.totalBytes > 0) object["totalBytes"] = result.totalBytes;
+    if (result.ok()) return object;
+    object["error"] = result.sentence;
+    object["offset"] = result.offset;
+    if (result.missingBytes > 0) object["missingBytes"] = result.missingBytes;
+    if (result.level >= 0) {
+        object["face"] = result.face;
+        object["level"] = result.level;
+    }
+    return object;
+}
+
+std::string line_of(const std::string& path, const Result& result) {
+    const std::string said =
+        result.ok() ? "ok, " + std::to_string(result.totalBytes) + " bytes" : result.sentence;
+    return printable(path) + ": " + printable(said);
+}
+
+ExitStatus check(const Options& options) {
+    const std::vector<Result> results = check_all(options);
+    ExitStatus status = kExitSuccess;
+    nlohmann::ordered_json objects = nlohmann::ordered_json::array();
+    for (std::size_t i = 0; i < results.size(); ++i) {
+        if (!results[i].ok()) status = kExitFailure;
+        if (options.json) {
+            objects.push_back(json_of(options.files[i], results[i]));
+        } else {
+            std::cout << line_of(options.files[i], results[i]) << '\n';
+        }
+    }
+    if (options.json) print_json(objects);
+    return status;
+}
+
+}  // namespace
+
+void add_check(CLI::App& app, ExitStatus& status) {
+    constexpr unsigned int kMostThreads = 256;
+    const auto options = std::make_shared<Options>();
+    CLI::App* const command =
+        app.add_subcommand("check", "Say whether DDS and .basis files are what they promise, a line each");
+    command->add_option("FILE", options->files, "DDS and .basis files to look at; none is loaded")
+        ->required();
+    command
+        ->add_option("--max-bytes", options->limits.maxBytes,
+                     "Refuse files whose levels take more bytes in memory (.basis: as BC3)")
+        ->check(CLI::NonNegativeNumber);
+    command
+        ->add_option("--max-extent", options->limits.maxExtent,
+                     "Refuse files of more pixels across, down or deep")
+        ->check(CLI::NonNegativeNumber);
+    command->add_option("-j,--jobs", options->threads, "How many files to look at at a time (1)")
+        ->check(CLI::Range(1u, kMostThreads));
+    command->add_flag("--json", options->json, "Print a JSON array of objects, one for each file");
+    command->footer("Exit status: 0 all files are good, 1 one is not, 2 wrong usage.");
+    command->callback([options, &status] { status = check(*options); });
+}

@@ -1,0 +1,13 @@
+#include "texture_check.h"
+
+#include "basis_file.h"
+
+void add_trust(CLI::App& command, Trust& trust) {
+    command.add_flag_callback(
+        "--trust", [&trust] { trust = Trust::kYes; },
+        "Load files that a check refuses too: cut short, say. They may ask for any amount of memory");
+}
+
+vTextureCheck::Result check_texture(const std::string& path, const vTextureLimits& limits) {
+    return is_basis(path) ? vTextureCheck::CheckBasis(path, limits) : vTextureCheck::CheckDDS(path, limits);
+}
