@@ -42,3 +42,4 @@ else()
     # It reads blocks where they lie, aligned or not; the other sanitizers stay on.
     target_compile_options(PeltoBasisTranscoder PRIVATE -w -fno-strict-aliasing -fno-sanitize=undefined)
 endif()
+pelto_harden(PeltoBasisTranscoder)

@@ -14,6 +14,29 @@ else()
     set(PELTO_ORIGIN "$ORIGIN")
 endif()
 
+# A program is loaded at an address that nobody can foretell, where the compiler can link so.
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+
+# Checked standard calls, guarded stack frames, and tables of addresses that are read-only once loaded.
+# Sanitizers check more by themselves, and do not go along with the first.
+if(NOT PELTO_HARDENING OR MSVC OR CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+    set(PELTO_HARDENED OFF)
+else()
+    set(PELTO_HARDENED ON)
+endif()
+function(pelto_harden target)
+    if(NOT PELTO_HARDENED)
+        return()
+    endif()
+    target_compile_options(${target} PRIVATE -fstack-protector-strong
+        "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+    get_target_property(type ${target} TYPE)
+    if(NOT APPLE AND type MATCHES "^(SHARED_LIBRARY|MODULE_LIBRARY|EXECUTABLE)$")
+        target_link_options(${target} PRIVATE -Wl,-z,relro -Wl,-z,now)
+    endif()
+endfunction()
+
 # Language level, hidden symbols and warnings, for this project's own sources alone.
 function(pelto_target_defaults target)
     target_compile_features(${target} PRIVATE cxx_std_20)
@@ -33,6 +56,7 @@ function(pelto_target_defaults target)
             -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -fno-semantic-interposition)
         target_compile_definitions(${target} PRIVATE _FILE_OFFSET_BITS=64)
     endif()
+    pelto_harden(${target})
 endfunction()
 
 # An installed library with its public headers, which work as <header.h> and <PeltoKernelTools/header.h>,
