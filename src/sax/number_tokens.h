@@ -1,4 +1,6 @@
-// Numbers as text, with the results and errors of strtol, strtof and strtod.
+// The numbers of a text, with the results and errors of strtol, strtof and strtod.
+//
+// Spaces and line feeds separate tokens, nothing else does.
 #ifndef PELTO_SAX_NUMBER_TOKENS_H
 #define PELTO_SAX_NUMBER_TOKENS_H
 
@@ -10,13 +12,17 @@ namespace pelto::sax {
 /// and floats round to nearest.
 bool c_locale_reads_plain_numbers();
 
-// The number that `token` begins with. `plain` is what c_locale_reads_plain_numbers() says: then most tokens
-// take a path that is several times as fast. Throw std::invalid_argument and std::out_of_range as std::stoi,
-// std::stof and std::stod do, with the messages of vSAXDefaultBuffer.h.
+/// `text` without the separators that it begins with.
+std::string_view from_first_token(std::string_view text);
 
-int int_of(std::string_view token);
-float float_of(std::string_view token, bool plain);
-double double_of(std::string_view token, bool plain);
+// The number that the first token of `rest` begins with; `rest` begins with a token, and after it with the
+// next one. `plain` is what c_locale_reads_plain_numbers() says: then most tokens take a path that is several
+// times as fast. Throw std::invalid_argument and std::out_of_range as std::stoi, std::stof and std::stod do,
+// with the messages of vSAXDefaultBuffer.h.
+
+int take_int(std::string_view& rest);
+float take_float(std::string_view& rest, bool plain);
+double take_double(std::string_view& rest, bool plain);
 
 }  // namespace pelto::sax
 

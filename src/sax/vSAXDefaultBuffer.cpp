@@ -9,6 +9,8 @@
 
 #include "sax/number_tokens.h"
 
+using namespace pelto::sax;
+
 namespace {
 
 bool is_space(char c) { return std::isspace(static_cast<unsigned char>(c)) != 0; }
@@ -23,30 +25,6 @@ template <class Number>
 void fill_with_zero(Number* values, int count) {
     if (count > 0) std::fill_n(values, count, Number{});
 }
-
-// The tokens of a text, one after the other. Spaces and line feeds separate them, nothing else does.
-class NumberTokens {
-public:
-    explicit NumberTokens(std::string_view text) : rest_(text) { skip_separators(); }
-
-    bool at_end() const { return rest_.empty(); }
-
-    std::string_view next() {
-        const std::string_view token = rest_.substr(0, rest_.find_first_of(kSeparators));
-        rest_.remove_prefix(token.size());
-        skip_separators();
-        return token;
-    }
-
-private:
-    static constexpr std::string_view kSeparators = " \n";
-
-    void skip_separators() {
-        rest_.remove_prefix(std::min(rest_.find_first_not_of(kSeparators), rest_.size()));
-    }
-
-    std::string_view rest_;
-};
 
 }  // namespace
 
@@ -127,28 +105,26 @@ int vSAXDefaultBuffer::GetVString(TOZ::vString& value) const {
 
 int vSAXDefaultBuffer::GetIntArray(int* values, int count) const {
     fill_with_zero(values, count);
-    NumberTokens tokens(buffer.ConvertToChar());
-    for (unsigned int stored = 0; !tokens.at_end() && stored < static_cast<unsigned int>(count); ++stored) {
-        values[stored] = pelto::sax::int_of(tokens.next());
+    std::string_view rest = from_first_token(buffer.ConvertToChar());
+    for (unsigned int stored = 0; !rest.empty() && stored < static_cast<unsigned int>(count); ++stored) {
+        values[stored] = take_int(rest);
     }
     return 1;
 }
 
 int vSAXDefaultBuffer::GetFloatArray(float* values, int count) const {
     fill_with_zero(values, count);
-    const bool plain = pelto::sax::c_locale_reads_plain_numbers();
-    for (NumberTokens tokens(buffer.ConvertToChar()); !tokens.at_end();) {
-        *values++ = pelto::sax::float_of(tokens.next(), plain);
-    }
+    const bool plain = c_locale_reads_plain_numbers();
+    std::string_view rest = from_first_token(buffer.ConvertToChar());
+    while (!rest.empty()) *values++ = take_float(rest, plain);
     return 1;
 }
 
 int vSAXDefaultBuffer::GetDoubleArray(double* values, int count) const {
     fill_with_zero(values, count);
-    const bool plain = pelto::sax::c_locale_reads_plain_numbers();
-    for (NumberTokens tokens(buffer.ConvertToChar()); !tokens.at_end();) {
-        *values++ = pelto::sax::double_of(tokens.next(), plain);
-    }
+    const bool plain = c_locale_reads_plain_numbers();
+    std::string_view rest = from_first_token(buffer.ConvertToChar());
+    while (!rest.empty()) *values++ = take_double(rest, plain);
     return 1;
 }
 

@@ -157,7 +157,7 @@ private:
     std::string plain() {
         const float single = real<float, std::uint32_t>();
         const double wide = real<double, std::uint64_t>();
-        switch (below(11)) {
+        switch (below(12)) {
             case 0:
                 return std::to_string(static_cast<std::int64_t>(random_()) >> below(64));
             case 1:
@@ -189,7 +189,11 @@ private:
                 if (below(2)) half.push_back('1');
                 return half;
             }
-            case 9: {  // halfway between two doubles
+            case 9: {  // close to halfway between two floats, in few digits
+                const double half = 1 + static_cast<double>(2 * below(1 << 23) + 1) * 0x1p-24;
+                return printed("%.16g", std::ldexp(half, static_cast<int>(below(140)) - 40));
+            }
+            case 10: {  // halfway between two doubles
                 const long double next = std::nextafter(wide, 0.0);
                 return printed("%.800Lg", (static_cast<long double>(wide) + next) / 2);
             }
