@@ -88,7 +88,7 @@ TEST(XmlErrors, AnUnknownEncodingIsAFatalError) {
     Parser parser;
     EXPECT_EQ(parser.parse_file(folder.write("a.xml", "<?xml version='1.0' encoding='no-such'?><a/>")),
               E_FAIL);
-    EXPECT_NE(parser.fatal_error().message.find("NO-SUCH"), std::string::npos) << parser.said();
+    EXPECT_NE(parser.fatal_error().message.find("no-such"), std::string::npos) << parser.said();
 }
 
 /// Asks the locator in each callback.

@@ -152,6 +152,36 @@ TEST(XmlDefects, EndInAFatalErrorAtTheirPlace) {
     }
 }
 
+TEST(XmlDefects, InADeclarationHaveTheirPlace) {
+    struct Case {
+        std::string text;
+        int line;
+        int column;
+    };
+    const std::string spaces(4096, ' ');
+    const support::TemporaryFolder folder;
+    for (const Case& c : {Case{"<?xml version='1.0' encoding='U\xffTF-8'?><a/>", 1, 32},
+                          Case{"<?xml version='1.\xc3\xa9'?><a/>", 1, 18},
+                          Case{"<?xml\nversion='1.0'\xed\xa0\x80?><a/>", 2, 14},
+                          Case{"\xef\xbb\xbf<?xml version='1.0' encoding='\xc3\xa9'?><a/>", 1, 31},
+                          Case{"<?xml version='1.0' encoding='ISO-8859-1\xe9'?><a/>", 1, 41},
+                          Case{"<?xml version='1.0'" + spaces + "?><a/>", 1, 1},
+                          Case{"<?xml version='1.0'" + spaces + "\xff?><a/>", 1, 4116}}) {
+        for (const bool in_memory : {true, false}) {
+            Parser parser;
+            const std::string path = folder.write("a.xml", c.text);
+            EXPECT_EQ(in_memory ? parser.parse_text(c.text) : parser.parse_file(path), E_FAIL) << c.text;
+            EXPECT_EQ(parser.fatal_error().line, c.line) << c.text << parser.said();
+            EXPECT_EQ(parser.fatal_error().column, c.column) << c.text << parser.said();
+            EXPECT_EQ(parser.fatal_error().system_id, in_memory ? "" : path);
+        }
+    }
+    Parser parser;
+    EXPECT_EQ(parser.parse_text("<?xml version='1.0'" + spaces.substr(100) + "?><a/>"), S_OK)
+        << parser.said();
+    EXPECT_EQ(parser.parse_text("<?xml-stylesheet h\xc3\xa9?><a/>"), S_OK) << parser.said();
+}
+
 TEST(XmlDefects, ACharacterAcrossAnyBoundaryOfReadsIsWhole) {
     // Reads have a size that this test does not know: characters of every length lie at every place of three
     // neighbouring bytes over more than it.
@@ -221,6 +251,34 @@ TEST(XmlEncodings, ReadsADeclaredEightBitEncoding) {
         EXPECT_EQ(parser.events().at(3), "text \xc3\xa9");
         EXPECT_EQ(parser.parse_file(folder.write("a.xml", start + std::string("<a>\xe9\0</a>", 9))), E_FAIL);
         EXPECT_EQ(parser.fatal_error().column, static_cast<int>(start.size()) + 5);
+    }
+}
+
+// Else the parser reads some of them as UTF-8, and takes the rest of a sequence behind the root for the end.
+TEST(XmlEncodings, RefusesOthersOfSeveralBytes) {
+    const support::TemporaryFolder folder;
+    for (const char* name : {"UTF-16", "utf-32", "ISO-10646-UCS-4", "UTF_8", "cp1208", "windows-65001",
+                             "CESU-8", "Big5", "EUC-JP", "GB18030", "no-such"}) {
+        for (const char* end : {"", "\xc3"}) {
+            Parser parser;
+            const std::string text = "<?xml version='1.0' encoding='" + std::string(name) + "'?><a/>";
+            EXPECT_EQ(parser.parse_file(folder.write("a.xml", text + end)), E_FAIL) << name;
+            EXPECT_EQ(parser.fatal_error().line, 1) << name;
+            EXPECT_EQ(parser.fatal_error().column, 31) << name;
+            EXPECT_NE(parser.fatal_error().message.find("encoding"), std::string::npos) << parser.said();
+        }
+    }
+}
+
+TEST(XmlEncodings, ReadsEightBitEncodingsByTheirUsualNames) {
+    const support::TemporaryFolder folder;
+    for (const char* name : {"ISO-8859-15", "latin1", "windows-1252", "CP1252", "koi8-r", "IBM850", "cp437",
+                             "TIS-620", "macintosh"}) {
+        Parser parser;
+        const std::string text = "<?xml version='1.0' encoding='" + std::string(name) + "'?><a>\xe1</a>";
+        EXPECT_EQ(parser.parse_file(folder.write("a.xml", text)), S_OK) << parser.said();
+        EXPECT_EQ(parser.events().at(3).substr(0, 5), "text ") << name;
+        EXPECT_GT(parser.events().at(3).size(), 6U) << name;
     }
 }
 

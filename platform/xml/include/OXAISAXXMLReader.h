@@ -17,8 +17,9 @@
 /// document that breaks one of these rules ends in a fatal error that says which, with the place, and the
 /// reader reads the next document as if nothing had been:
 ///
-/// - The encoding is UTF-8, UTF-16, or an 8-bit one that the document declares; a text in memory is UTF-8
-///   whatever it declares. Every byte is checked: no malformed or truncated sequence, no zero character.
+/// - The encoding is UTF-8, UTF-16, or an 8-bit one that the document declares (ISO 8859, Windows, DOS, KOI8,
+///   TIS-620, Macintosh); a text in memory is UTF-8 whatever it declares. Every byte is checked: no malformed
+///   or truncated sequence, no zero character. An XML declaration is ASCII, and shorter than 4096 bytes.
 /// - External general entities are not read. A DTD and what it includes is read from regular files in the
 ///   document's own folder or below, symbolic links resolved; a text in memory has no folder.
 /// - Elements nest 10,000 deep at most, and few of them so deep, or among so many namespace declarations,

@@ -69,7 +69,7 @@ std::size_t CheckedBytes::read(unsigned char* target, std::size_t capacity) {
     std::memcpy(target, held_back_.data(), held);
     held_back_.erase(0, held);
     const std::size_t length = held + source_->read(target + held, capacity - held);
-    if (!name_.encoding) name_.encoding = detect_encoding(as_text(target, length));
+    if (handed_over_ == 0) check_declaration(as_text(target, length));
 
     const TextDefect defect = find_defect(target, length, *name_.encoding);
     if (defect.cut && length == capacity) {
@@ -81,6 +81,15 @@ std::size_t CheckedBytes::read(unsigned char* target, std::size_t capacity) {
     cost_.read(defect.offset);
     if (defect.offset == 0 && defect_) refuse();
     return defect.offset;
+}
+
+/// The parser decodes a declaration by itself, and has no place for what it cannot decode.
+void CheckedBytes::check_declaration(std::string_view text) {
+    const auto defect = find_declaration_defect(text, name_.encoding.has_value());
+    if (!name_.encoding) name_.encoding = detect_encoding(text);
+    if (!defect) return;
+    handed_over_ = defect->offset;
+    throw Refusal{defect->message, position_of_defect()};
 }
 
 void CheckedBytes::refuse() { throw Refusal{defect_, position_of_defect()}; }

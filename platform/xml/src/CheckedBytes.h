@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "ByteSource.h"
 #include "DocumentCost.h"
@@ -29,6 +30,7 @@ public:
     const StreamName& name() const { return name_; }
 
 private:
+    void check_declaration(std::string_view text);
     [[noreturn]] void refuse();
     Position position_of_defect();
 
