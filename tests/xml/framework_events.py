@@ -8,7 +8,8 @@ def parsed(document):
 
 
 def events_of(print_events, paths):
-    """The events of each document. The last one is ("ok", errors) or ("fatal", line, column, file, message)."""
+    """The events of each document. The last one is ("ok", errors), ("fatal", line, column, file, message) or
+    ("contradiction",)."""
     run = subprocess.run([print_events], input="".join(path + "\n" for path in paths).encode(),
                          stdout=subprocess.PIPE)
     documents = run.stdout.decode().split("\x1d")[:-1]

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <iostream>
 #include <string>
+#include <vector>
 
 #include "OXASAX.h"
 
@@ -22,18 +23,26 @@ public:
 
     void begin() {
         in_text_ = false;
+        ended_ = false;
         errors_ = 0;
-        fatal_.clear();
+        fatals_.clear();
     }
 
     void end(HRESULT result) {
         end_text();
-        if (result == S_OK && fatal_.empty()) {
+        if (result == S_OK && fatals_.empty() && ended_) {
             write("ok\x1f" + std::to_string(errors_) + "\x1f");
+        } else if (result == E_FAIL && fatals_.size() == 1 && !ended_) {
+            write(fatals_[0]);
         } else {
-            write(fatal_.empty() ? "failed\x1f" : fatal_);
+            write("contradiction\x1f");
         }
         std::cout << '\x1d';
+    }
+
+    HRESULT EndDocument() override {
+        ended_ = true;
+        return S_OK;
     }
 
     HRESULT StartElement(const OXAUnicodeString& uri, const OXAUnicodeString& localName,
@@ -110,9 +119,9 @@ public:
         // It may cite what the document must not have.
         std::replace_if(
             message.begin(), message.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
-        fatal_ += "fatal\x1f" + std::to_string(exception->GetLineNumber()) + "\x1f" +
-                  std::to_string(exception->GetColumnNumber()) + "\x1f" + field(exception->GetSystemId()) +
-                  message + "\x1f";
+        fatals_.push_back("fatal\x1f" + std::to_string(exception->GetLineNumber()) + "\x1f" +
+                          std::to_string(exception->GetColumnNumber()) + "\x1f" +
+                          field(exception->GetSystemId()) + message + "\x1f");
         return S_OK;
     }
 
@@ -132,8 +141,9 @@ private:
 
     OXAISAXInputSource_var empty_;
     bool in_text_ = false;
+    bool ended_ = false;
     int errors_ = 0;
-    std::string fatal_;
+    std::vector<std::string> fatals_;
 };
 
 }  // namespace
