@@ -37,7 +37,8 @@ public:
         } else {
             write("contradiction\x1f");
         }
-        std::cout << '\x1d';
+        // Whole documents, so that it is known in which one the program ends.
+        std::cout << '\x1d' << std::flush;
     }
 
     HRESULT EndDocument() override {
