@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 #include "printable.h"
 
@@ -15,17 +16,6 @@ namespace {
 
 [[noreturn]] void fail(const std::string& path, int error) {
     throw std::runtime_error(printable(path) + " cannot be written: " + std::strerror(error));
-}
-
-// All of the bytes, or the error number.
-int write_all(int file, const std::string& bytes) {
-    std::size_t written = 0;
-    while (written < bytes.size()) {
-        const ssize_t count = ::write(file, bytes.data() + written, bytes.size() - written);
-        if (count < 0 && errno != EINTR) return errno;
-        if (count > 0) written += static_cast<std::size_t>(count);
-    }
-    return 0;
 }
 
 // mkstemp's files are for their owner alone; these are to be like any other file of the user.
@@ -37,17 +27,39 @@ mode_t usual_mode() {
 
 }  // namespace
 
-void write_whole_file(const std::string& path, const std::string& bytes) {
-    if (std::filesystem::is_directory(path)) fail(path, EISDIR);
-    std::string temporary = path + ".XXXXXX";
-    const int file = ::mkstemp(temporary.data());
-    if (file < 0) fail(path, errno);
-    int error = write_all(file, bytes);
-    if (error == 0 && ::fchmod(file, usual_mode()) != 0) error = errno;
-    if (::close(file) != 0 && error == 0) error = errno;
-    if (error == 0 && std::rename(temporary.c_str(), path.c_str()) != 0) error = errno;
-    if (error != 0) {
-        std::remove(temporary.c_str());
-        fail(path, error);
+WholeFile::WholeFile(std::string path) : path_(std::move(path)), temporary_(path_ + ".XXXXXX") {
+    if (std::filesystem::is_directory(path_)) fail(path_, EISDIR);
+    file_ = ::mkstemp(temporary_.data());
+    if (file_ < 0) fail(path_, errno);
+}
+
+WholeFile::~WholeFile() {
+    if (file_ < 0) return;
+    ::close(file_);
+    std::remove(temporary_.c_str());
+}
+
+void WholeFile::append(const void* data, std::size_t size) noexcept {
+    std::size_t written = 0;
+    while (error_ == 0 && written < size) {
+        const ssize_t count = ::write(file_, static_cast<const char*>(data) + written, size - written);
+        if (count > 0) written += static_cast<std::size_t>(count);
+        if (count < 0 && errno != EINTR) error_ = errno;
     }
+}
+
+void WholeFile::complete() {
+    if (error_ == 0 && ::fchmod(file_, usual_mode()) != 0) error_ = errno;
+    if (::close(file_) != 0 && error_ == 0) error_ = errno;
+    file_ = -1;
+    if (error_ == 0 && std::rename(temporary_.c_str(), path_.c_str()) != 0) error_ = errno;
+    if (error_ == 0) return;
+    std::remove(temporary_.c_str());
+    fail(path_, error_);
+}
+
+void write_whole_file(const std::string& path, const std::string& bytes) {
+    WholeFile file(path);
+    file.append(bytes.data(), bytes.size());
+    file.complete();
 }
