@@ -1,19 +1,19 @@
 # PeltoBasisTranscoder: the Basis Universal transcoder, compiled from its source.
 
-# What scripts/fetch_transcoder leaves in the user's cache.
+# What scripts/fetch_transcoder and scripts/fetch_debian_files leave in the user's cache.
 if(DEFINED ENV{XDG_CACHE_HOME} AND NOT "$ENV{XDG_CACHE_HOME}" STREQUAL "")
-    set(fetched "$ENV{XDG_CACHE_HOME}")
+    set(PELTO_FETCHED "$ENV{XDG_CACHE_HOME}")
 else()
-    set(fetched "$ENV{HOME}/.cache")
+    set(PELTO_FETCHED "$ENV{HOME}/.cache")
 endif()
-string(APPEND fetched "/PeltoKernelTools/basis-universal-2.0.2")
+string(APPEND PELTO_FETCHED "/PeltoKernelTools")
 
 set(BASISU_SOURCE_DIR "" CACHE PATH
     "Folder with the source of Basis Universal 2.0.2; where empty, what scripts/setup has fetched")
 if(BASISU_SOURCE_DIR)
     set(source "${BASISU_SOURCE_DIR}")
 else()
-    set(source "${fetched}")
+    set(source "${PELTO_FETCHED}/basis-universal-2.0.2")
 endif()
 if(NOT EXISTS "${source}/transcoder/basisu_transcoder.cpp")
     message(FATAL_ERROR

@@ -10,6 +10,7 @@
 #include "inspect.h"
 #include "library.h"
 #include "outline.h"
+#include "sheet.h"
 #include "size.h"
 #include "transcode.h"
 #include "validate.h"
@@ -17,8 +18,9 @@
 namespace {
 
 ExitStatus run(int argc, char** argv) {
-    CLI::App app("pelto reads, checks and transcodes texture files, and the XML documents that name them.",
-                 "pelto");
+    CLI::App app(
+        "pelto reads, shows, checks and transcodes texture files, and the XML documents that name them.",
+        "pelto");
     app.set_version_flag("--version", "pelto " PELTO_VERSION);
     app.require_subcommand(1);
     app.footer("Exit status: 0 done, 1 something could not be read, counted or written, 2 wrong usage.");
@@ -26,6 +28,7 @@ ExitStatus run(int argc, char** argv) {
     add_library(app, status);
     add_inspect(app, status);
     add_check(app, status);
+    add_sheet(app, status);
     add_size(app, status);
     add_transcode(app, status);
     add_validate(app, status);

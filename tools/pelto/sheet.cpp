@@ -1,0 +1,92 @@
+#include "sheet.h"
+
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "contact_sheet.h"
+#include "print_json.h"
+#include "printable.h"
+
+namespace {
+
+constexpr double kMostExposure = 32;
+
+struct Options {
+    std::vector<std::string> files;
+    std::string output;
+    SheetChoice choice;
+    double exposure = 0;
+    bool json = false;
+};
+
+void complain(const std::vector<SheetRemark>& remarks) {
+    for (const SheetRemark& remark : remarks) {
+        std::cerr << "pelto: " << printable(remark.path) << ": " << printable(remark.text) << '\n';
+    }
+}
+
+nlohmann::ordered_json json_of(const PlacedImage& image) {
+    nlohmann::ordered_json object;
+    object["path"] = image.path;
+    object["face"] = image.face;
+    object["level"] = image.level;
+    object["slice"] = image.slice;
+    object["x"] = image.place.x;
+    object["y"] = image.place.y;
+    object["width"] = image.place.width;
+    object["height"] = image.place.height;
+    return object;
+}
+
+nlohmann::ordered_json json_of(const SheetReport& report) {
+    nlohmann::ordered_json object;
+    object["width"] = report.width;
+    object["height"] = report.height;
+    object["images"] = nlohmann::ordered_json::array();
+    for (const PlacedImage& image : report.images) object["images"].push_back(json_of(image));
+    object["errors"] = nlohmann::ordered_json::array();
+    for (const SheetRemark& error : report.errors) {
+        object["errors"].push_back({{"path", error.path}, {"error", error.text}});
+    }
+    return object;
+}
+
+ExitStatus make_sheet(const Options& options) {
+    std::vector<SheetEntry> entries;
+    for (const std::string& file : options.files) entries.push_back({file, file});
+    const SheetReport report = make_contact_sheet(entries, options.choice, options.exposure, options.output);
+    complain(report.warnings);
+    complain(report.errors);
+    if (options.json) print_json(json_of(report));
+    return report.errors.empty() ? kExitSuccess : kExitFailure;
+}
+
+void check_exposure(double exposure) {
+    if (exposure >= -kMostExposure && exposure <= kMostExposure) return;
+    throw CLI::ValidationError("--exposure", "is not a number from -32 to 32");
+}
+
+}  // namespace
+
+void add_sheet(CLI::App& app, ExitStatus& status) {
+    const auto options = std::make_shared<Options>();
+    CLI::App* const command =
+        app.add_subcommand("sheet", "Draw all faces and levels of DDS and .basis files into a PNG file");
+    command->add_option("FILE", options->files, "DDS and .basis files to show")->required();
+    command
+        ->add_option("-o,--output", options->output, "The PNG file to write; it is replaced where it exists")
+        ->required();
+    command->add_flag("--flip", options->choice.flip, "Load the images of DDS files upside down");
+    command->add_option("--face", options->choice.face, "Show one face alone: 0 to 5 of a cube map");
+    command->add_option("--level", options->choice.level, "Show one mip level alone: 0 is the largest");
+    command->add_option("--exposure", options->exposure,
+                        "Stops by which light (BC6H and float formats) is made brighter: 1 doubles it");
+    command->add_flag("--json", options->json, "Print where on the sheet each image lies, as a JSON object");
+    command->callback([options, &status] {
+        check_exposure(options->exposure);
+        status = make_sheet(*options);
+    });
+}
