@@ -85,6 +85,11 @@ void add_sheet(CLI::App& app, ExitStatus& status) {
     command->add_option("--exposure", options->exposure,
                         "Stops by which light (BC6H and float formats) is made brighter: 1 doubles it");
     command->add_flag("--json", options->json, "Print where on the sheet each image lies, as a JSON object");
+    command->footer(
+        "Each image is drawn a pixel of the sheet for each of its own. One channel is shown as grey, signed\n"
+        "numbers from -1 to 1 as black to white, light x as x / (1 + x) in sRGB, and what is transparent "
+        "over a\n"
+        "checkerboard. A file that cannot be shown does not keep the others from the sheet.");
     command->callback([options, &status] {
         check_exposure(options->exposure);
         status = make_sheet(*options);
