@@ -32,8 +32,15 @@ protected:
 
     std::string output() const { return folder_.path("sheet.png"); }
 
-    void expect_refused(const std::string& path, const std::string& why) const {
-        const CommandResult result = run({path});
+    // Also where the file is not checked before it is loaded.
+    void expect_refused(const std::string& path, const std::string& why_if_trusted) const {
+        expect_error(path, {path}, "");
+        expect_error(path, {path, "--trust"}, why_if_trusted);
+    }
+
+    void expect_error(const std::string& path, const std::vector<std::string>& arguments,
+                      const std::string& why) const {
+        const CommandResult result = run(arguments);
         EXPECT_EQ(result.status, 1);
         EXPECT_EQ(result.out, "");
         EXPECT_EQ(result.err.find("pelto: " + path + ": "), 0u) << result.err;
@@ -74,8 +81,10 @@ TEST_F(SheetErrors, RefusesAHeaderThatPromisesFarMoreThanTheFileHas) {
         "more pixels than a sheet takes");
 }
 
-TEST_F(SheetErrors, ShowsAFileThatIsCutShortWithAWarning) {
-    const CommandResult result = run({write("cut.dds", dds_file(plain_header(kRgb, 8).sized(2, 2), {1, 2}))});
+TEST_F(SheetErrors, ShowsAFileThatIsCutShortOnlyWhereItIsTrusted) {
+    const std::string cut = write("cut.dds", dds_file(plain_header(kRgb, 8).sized(2, 2), {1, 2}));
+    expect_error(cut, {cut}, "is cut short");
+    const CommandResult result = run({cut, "--trust"});
     EXPECT_EQ(result.status, 0);
     EXPECT_NE(result.err.find("warning: ends 2 bytes before"), std::string::npos) << result.err;
     EXPECT_TRUE(std::filesystem::exists(output()));

@@ -9,6 +9,7 @@
 #include "contact_sheet.h"
 #include "print_json.h"
 #include "printable.h"
+#include "texture_check.h"
 
 namespace {
 
@@ -84,6 +85,7 @@ void add_sheet(CLI::App& app, ExitStatus& status) {
     command->add_option("--level", options->choice.level, "Show one mip level alone: 0 is the largest");
     command->add_option("--exposure", options->exposure,
                         "Stops by which light (BC6H and float formats) is made brighter: 1 doubles it");
+    add_trust(*command, options->choice.trust);
     command->add_flag("--json", options->json, "Print where on the sheet each image lies, as a JSON object");
     command->footer(
         "Each image is drawn a pixel of the sheet for each of its own. One channel is shown as grey, signed\n"

@@ -59,7 +59,7 @@ void add_image(SheetFile& file, const BasisReport& report, const BasisLevel& lev
 
 SheetFile read_sheet_basis(const std::string& path, const SheetChoice& choice, int max_extent) {
     BasisReport report;
-    report_transcodable_basis(path, report);
+    report_transcodable_basis(path, report, choice.trust);
     if (report.error) throw std::runtime_error(*report.error);
     check_promise(report.file, choice, max_extent);
     const Target& target = report.file.alpha ? kWithAlpha : kOpaque;

@@ -41,8 +41,9 @@ bool is_opaque(TOZ::SUPPORTED_FORMAT::Type format, const FileStart& start) {
     return !(start.number(kPixelFormatFlags) & kHasAlphaPixels) || start.number(kAlphaMask) == 0;
 }
 
-vDDSImage load(const std::string& path, bool flip, bool header_only, std::uint64_t& missing_bytes) {
-    DDSReport report = report_dds(path, flip, header_only);
+vDDSImage load(const std::string& path, const SheetChoice& choice, bool header_only,
+               std::uint64_t& missing_bytes) {
+    DDSReport report = report_dds(path, choice.flip, header_only, choice.trust);
     if (report.error) throw std::runtime_error(*report.error);
     missing_bytes = report.missing_bytes;
     return std::move(report.image);
@@ -110,12 +111,12 @@ SheetFile read_sheet_dds(const std::string& path, const SheetChoice& choice, int
     if (start) SheetLimits(max_extent).add_images(start->number(kMipMapCount));
     std::uint64_t missing_bytes = 0;
     {
-        const vDDSImage header = load(path, false, true, missing_bytes);
+        const vDDSImage header = load(path, choice, true, missing_bytes);
         check_choice("face", choice.face, static_cast<std::uint32_t>(face_count(header)));
         check_choice("level", choice.level, static_cast<std::uint32_t>(header.get_num_mipmaps() + 1));
         check_promise(header, path, max_extent);
     }
-    const auto dds = std::make_shared<const vDDSImage>(load(path, choice.flip, false, missing_bytes));
+    const auto dds = std::make_shared<const vDDSImage>(load(path, choice, false, missing_bytes));
     SheetFile file{path, path, description_of(*dds), {}, {}, {dds}};
     if (missing_bytes > 0) file.warnings.push_back("warning: " + cut_short_text(missing_bytes));
     if (choice.flip && is_bc6h(dds->get_format())) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "gl_texture.h"
+#include "texture_check.h"
 
 /// One level of one face of a texture, or of one slice of a volume or an array.
 struct SheetImage {
@@ -28,11 +29,12 @@ struct SheetFile {
     std::vector<std::shared_ptr<const void>> owners;  // of the images' pixels
 };
 
-/// Which images of a file are asked for.
+/// Which images of a file are asked for, and whether it is loaded without a look at it first.
 struct SheetChoice {
     bool flip = false;  // of DDS files
     std::optional<std::uint32_t> face;
     std::optional<std::uint32_t> level;
+    Trust trust = Trust::kNo;
 };
 
 /// Reads the chosen images of a DDS or .basis file, whose title is its path. `max_extent` is the most pixels
