@@ -27,6 +27,8 @@ vSAXReader::~vSAXReader() {
 
 HRESULT vSAXReader::SetDocumentHandler(vSAXDefaultHandler* handler) {
     if (FAILED(status)) return E_FAIL;
+    // The parser may hold the only references of a handler that is set again.
+    const OXAVar<vSAXDefaultHandler> kept(handler);
     reader->SetContentHandler(OXAISAXContentHandler_var());
     reader->SetErrorHandler(OXAISAXErrorHandler_var());
     const OXAISAXContentHandler_var content(handler);

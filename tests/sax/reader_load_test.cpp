@@ -126,6 +126,16 @@ TEST_F(SaxReaderLoad, TheHandlerIsHeldTwiceUntilReplacedOrCleared) {
     EXPECT_EQ(references_of(*other.Get()), 1U);
 }
 
+TEST_F(SaxReaderLoad, AHandlerThatOnlyTheParserHoldsCanBeSetAgain) {
+    ElementReader* const alone = handler.Get();
+    handler.Reset();
+    EXPECT_EQ(references_of(*alone), 2U);
+    EXPECT_EQ(reader.SetDocumentHandler(alone), S_OK);
+    EXPECT_EQ(references_of(*alone), 2U);
+    EXPECT_EQ(reader.LoadBuffer("<a/>"), S_OK);
+    EXPECT_EQ(alone->calls, (Calls{"<a UNKNOWN"}));
+}
+
 TEST_F(SaxReaderLoad, WithoutAHandlerTheResultIsTheSame) {
     EXPECT_EQ(reader.SetDocumentHandler(nullptr), S_OK);
     EXPECT_EQ(reader.LoadBuffer("<a/>"), S_OK);
