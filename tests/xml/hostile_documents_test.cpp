@@ -190,4 +190,23 @@ TEST(HostileDocuments, AContentModelIsNotTooLarge) {
               "the document needs more memory than is allowed");
 }
 
+TEST(HostileDocuments, TextsOfNoLengthPassForAContentModel) {
+    for (int length = 24; length <= 38; ++length) {
+        const auto padded = [&](int number) {
+            std::string name = numbered("n", number, "");
+            name.resize(static_cast<std::size_t>(length), 'x');
+            return name;
+        };
+        std::string elements = "<a>";
+        std::string dtd = "<!DOCTYPE a [<!ELEMENT a EMPTY>";
+        for (int i = 0; i < 10'001; ++i) {
+            elements.append("<").append(padded(i)).append(" xmlns='").append(padded(i)).append("'/>");
+            dtd += numbered("<!ENTITY e", i, " '") + padded(i) + numbered("'><!NOTATION n", i, " SYSTEM ''>");
+            dtd += numbered("<!ATTLIST b", i / 100, " ") + padded(i) + " CDATA #IMPLIED>";
+        }
+        EXPECT_EQ(outcome(elements + "</a>"), "ok") << length;
+        EXPECT_EQ(outcome(dtd + "]><a/>"), "ok") << length;
+    }
+}
+
 }  // namespace

@@ -247,6 +247,26 @@ TEST_F(XmlSchema, ADocumentWithADtdIsCheckedAgainstThat) {
     EXPECT_TRUE(is_valid("<a><b>1</b></a>"));
 }
 
+TEST_F(XmlSchema, AContentModelThatADocumentBuildsIsNotTooLarge) {
+    std::string choice = "<xs:choice>";
+    for (int i = 0; i < 10000; ++i) choice += "<xs:element name='b" + std::to_string(i) + "'/>";
+    const std::string repeated =
+        "<xs:sequence maxOccurs='10000'><xs:element name='b'/><xs:element name='c' "
+        "minOccurs='0'/></xs:sequence>";
+    for (const std::string& model : {choice + "</xs:choice>", repeated}) {
+        ASSERT_EQ(load("k",
+                       "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:element name='a'>"
+                       "<xs:complexType>" +
+                           model +
+                           "</xs:complexType></xs:element><xs:element name='s' type='xs:int'/></xs:schema>"),
+                  S_OK)
+            << parser.said();
+        EXPECT_EQ(parser.parse_text("<a><b/></a>"), E_FAIL);
+        EXPECT_EQ(parser.fatal_error().message, "a content model is too large");
+        EXPECT_TRUE(is_valid("<s>1</s>"));
+    }
+}
+
 TEST_F(XmlSchema, AHostileSchemaIsRefused) {
     const std::string begin = "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'>";
     std::string deep = begin + "<xs:element name='a'><xs:complexType>";

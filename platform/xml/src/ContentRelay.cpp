@@ -41,6 +41,7 @@ void ContentRelay::charge(const char* exceeded) const {
 }
 
 void ContentRelay::enter_element(const xercesc::Attributes& attributes) {
+    cost_.drop_content_model();
     if (++depth_ > most_depth_) {
         throw Refusal{"elements are nested more than " + std::to_string(most_depth_) + " deep",
                       locator_.position()};
@@ -154,6 +155,7 @@ void ContentRelay::startDTD(const XMLCh* /*name*/, const XMLCh* /*public_id*/, c
 void ContentRelay::endDTD() { in_dtd_ = false; }
 
 void ContentRelay::notationDecl(const XMLCh* name, const XMLCh* public_id, const XMLCh* system_id) {
+    cost_.drop_content_model();
     pass([&](auto& handler) {
         assign(q_name_, name);
         assign(local_name_, public_id);
@@ -175,7 +177,13 @@ void ContentRelay::unparsedEntityDecl(const XMLCh* name, const XMLCh* public_id,
 
 void ContentRelay::elementDecl(const XMLCh* /*name*/, const XMLCh* /*model*/) { cost_.end_content_model(); }
 
+void ContentRelay::attributeDecl(const XMLCh* /*element*/, const XMLCh* /*name*/, const XMLCh* /*type*/,
+                                 const XMLCh* /*mode*/, const XMLCh* /*value*/) {
+    cost_.drop_content_model();
+}
+
 void ContentRelay::internalEntityDecl(const XMLCh* /*name*/, const XMLCh* value) {
+    cost_.drop_content_model();
     charge(cost_.entity(length_of(value)));
 }
 

@@ -48,6 +48,8 @@ public:
     void unparsedEntityDecl(const XMLCh* name, const XMLCh* public_id, const XMLCh* system_id,
                             const XMLCh* notation_name) override;
     void elementDecl(const XMLCh* name, const XMLCh* model) override;
+    void attributeDecl(const XMLCh* element, const XMLCh* name, const XMLCh* type, const XMLCh* mode,
+                       const XMLCh* value) override;
     void internalEntityDecl(const XMLCh* name, const XMLCh* value) override;
 
 private:

@@ -52,13 +52,18 @@ public:
     /// A content model grows by one name or operator.
     const char* content_model_node() {
         ++model_nodes_;
-        ++all_model_nodes_;
-        return check(
-            model_nodes_ <= most_in_model_ && all_model_nodes_ <= std::max(most_in_model_, kContentModels),
-            "a content model is too large");
+        return check(model_nodes_ <= most_in_model_ && all_model_nodes_ + model_nodes_ <= kContentModels,
+                     "a content model is too large");
     }
 
-    void end_content_model() { model_nodes_ = 0; }
+    /// What was counted for a model since the last call was one.
+    void end_content_model() {
+        all_model_nodes_ += model_nodes_;
+        drop_content_model();
+    }
+
+    /// It was none: some texts take as much memory as a node does.
+    void drop_content_model() { model_nodes_ = 0; }
 
     /// Memory of `bytes` is taken; then the parser holds `held` in all.
     const char* memory(std::size_t bytes, std::size_t held) {

@@ -1,7 +1,5 @@
 #include "parse_document.h"
 
-#include <cstdint>
-
 #include "ContentRelay.h"
 #include "EntityResolver.h"
 #include "ParserInputs.h"
@@ -23,8 +21,6 @@ void parse_document(const InputSource& source, const Features& features,
     };
     report_refusals(source, errors, [&] {
         try {
-            // The content models of loaded schemas were counted when they were loaded.
-            if (schemas) cost = DocumentCost(SIZE_MAX);
             parse(schemas);
         } catch (const DoctypeFound&) {
             // A schema without a namespace would take the document over from its DTD.
