@@ -209,4 +209,32 @@ TEST(HostileDocuments, TextsOfNoLengthPassForAContentModel) {
     }
 }
 
+TEST(HostileDocuments, DeclaredAttributesAreNotLookedThroughWithoutEnd) {
+    const std::string begin = "<!DOCTYPE a [<!ELEMENT a ANY><!ELEMENT b EMPTY><!ATTLIST b";
+    const std::string too_many =
+        "too many elements have too many declared attributes or values of attributes";
+    std::string implied = begin;
+    for (int i = 0; i < 10000; ++i) implied += numbered(" c", i, " CDATA #IMPLIED");
+    EXPECT_EQ(outcome(implied + ">]><a>" + repeated("<b/>", 100000) + "</a>"), too_many);
+    EXPECT_EQ(outcome(implied + ">]><a>" + repeated("<b/>", 1000) + repeated("<a/>", 100000) + "</a>"), "ok");
+
+    const auto enumeration = [&](int values) {
+        std::string dtd = begin + " c (v0";
+        for (int i = 1; i < values; ++i) dtd += numbered("|v", i, "");
+        return dtd + ") #IMPLIED>]><a>";
+    };
+    EXPECT_EQ(outcome(enumeration(2000) + repeated("<b c='v1999'/>", 100000) + "</a>"), too_many);
+    EXPECT_EQ(outcome(enumeration(100) + repeated("<b c='v99'/>", 100000) + "</a>"), "ok");
+    EXPECT_EQ(outcome(enumeration(100000) + "<b c='v1'/></a>"),
+              "an enumeration of values is longer than 16384 characters");
+}
+
+TEST(HostileDocuments, ErrorsAreNotReportedWithoutEnd) {
+    std::string required = "<!DOCTYPE a [<!ELEMENT a ANY><!ELEMENT b EMPTY><!ATTLIST b";
+    for (int i = 0; i < 1000; ++i) required += numbered(" c", i, " CDATA #REQUIRED");
+    EXPECT_EQ(outcome(required + ">]><a>" + repeated("<b/>", 10000) + "</a>"),
+              "the document has too many errors");
+    EXPECT_EQ(outcome(required + ">]><a>" + repeated("<b/>", 50) + repeated("<x/>", 100000) + "</a>"), "ok");
+}
+
 }  // namespace

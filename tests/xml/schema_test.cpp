@@ -267,6 +267,25 @@ TEST_F(XmlSchema, AContentModelThatADocumentBuildsIsNotTooLarge) {
     }
 }
 
+TEST_F(XmlSchema, ADocumentOfManyUndeclaredNamesIsRefused) {
+    ASSERT_EQ(load("k", schema_of("a", "b")), S_OK);
+    std::string namespaces = "<a>";
+    std::string names = "<a>";
+    std::string few = "<a>";
+    for (int i = 0; i < 100000; ++i) {
+        namespaces += "<e xmlns='u" + std::to_string(i) + "'/>";
+        names += "<e" + std::to_string(i) + "/>";
+        few += "<e" + std::to_string(i % 1000) + "/>";
+    }
+    const std::string too_many = "too many elements have too many different names";
+    for (const std::string& hostile : {namespaces, names}) {
+        EXPECT_EQ(parser.parse_text(hostile + "</a>"), E_FAIL);
+        EXPECT_EQ(parser.fatal_error().message, too_many);
+        EXPECT_TRUE(is_valid("<a><b>1</b></a>"));
+    }
+    EXPECT_EQ(parser.parse_text(few + "</a>"), S_OK) << parser.problems().back().message;
+}
+
 TEST_F(XmlSchema, AHostileSchemaIsRefused) {
     const std::string begin = "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'>";
     std::string deep = begin + "<xs:element name='a'><xs:complexType>";

@@ -24,11 +24,15 @@
 ///   document's own folder or below, symbolic links resolved; a text in memory has no folder.
 /// - Elements nest 10,000 deep at most, and few of them so deep, or among so many namespace declarations,
 /// that
-///   looking those up takes long.
+///   looking those up takes long; nor are there, with schemas, many of thousands of different names.
 /// - The text of an entity has 65,536 characters at most. Entities are expanded 100,000 times at most, less
 ///   often when they are long, and what comes of entities and defaults may make a large document about four
 ///   times as long, a small one longer.
-/// - A content model of a DTD has some thousand names at most.
+/// - A content model has some thousand names at most, those of a DTD some ten thousand together. An
+/// enumeration
+///   of values has 16,384 characters at most, and an element of which a DTD declares thousands of attributes
+///   does not occur often.
+/// - Errors and warnings are 100,000, and one for each byte of the document, at most.
 /// - The memory that the parser takes for one document is limited: 256 MiB at one time.
 class PELTO_XML_API OXAISAXXMLReader : public OXABaseUnknown {
 public:

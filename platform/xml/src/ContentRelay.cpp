@@ -1,5 +1,6 @@
 #include "ContentRelay.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "Refusal.h"
@@ -23,6 +24,8 @@ ContentRelay::ContentRelay(OXAISAXContentHandler_var handler, unsigned most_dept
 
 void ContentRelay::begin(bool with_schemas) {
     with_schemas_ = attributes_cost_ = with_schemas;
+    names_.clear();
+    declared_.clear();
     depth_ = 0;
     prefixes_ = 0;
     events_ = 0;
@@ -40,14 +43,23 @@ void ContentRelay::charge(const char* exceeded) const {
     if (exceeded) throw Refusal{exceeded, locator_.position()};
 }
 
-void ContentRelay::enter_element(const xercesc::Attributes& attributes) {
+void ContentRelay::enter_element(const XMLCh* uri, const XMLCh* local_name, const XMLCh* q_name,
+                                 const xercesc::Attributes& attributes) {
     cost_.drop_content_model();
     if (++depth_ > most_depth_) {
         throw Refusal{"elements are nested more than " + std::to_string(most_depth_) + " deep",
                       locator_.position()};
     }
     charge(cost_.lookup(depth_ + prefixes_, 1 + attributes.getLength()));
+    if (with_schemas_) charge(cost_.element_lookup(names_.add(uri, local_name)));
+    if (!declared_.empty()) charge_declared_attributes(q_name, attributes.getLength());
     if (attributes_cost_) charge_attributes(attributes);
+}
+
+void ContentRelay::charge_declared_attributes(const XMLCh* element, std::size_t attributes) {
+    const auto declared = declared_.find(element);
+    if (declared == declared_.end()) return;
+    charge(cost_.declared_attributes(attributes, declared->second.number, declared->second.longest_type));
 }
 
 void ContentRelay::charge_attributes(const xercesc::Attributes& attributes) {
@@ -71,7 +83,7 @@ void ContentRelay::endDocument() {
 
 void ContentRelay::startElement(const XMLCh* uri, const XMLCh* local_name, const XMLCh* q_name,
                                 const xercesc::Attributes& attributes) {
-    enter_element(attributes);
+    enter_element(uri, local_name, q_name, attributes);
     pass([&](auto& handler) {
         assign(uri_, uri);
         assign(local_name_, local_name);
@@ -177,9 +189,13 @@ void ContentRelay::unparsedEntityDecl(const XMLCh* name, const XMLCh* public_id,
 
 void ContentRelay::elementDecl(const XMLCh* /*name*/, const XMLCh* /*model*/) { cost_.end_content_model(); }
 
-void ContentRelay::attributeDecl(const XMLCh* /*element*/, const XMLCh* /*name*/, const XMLCh* /*type*/,
+void ContentRelay::attributeDecl(const XMLCh* element, const XMLCh* /*name*/, const XMLCh* type,
                                  const XMLCh* /*mode*/, const XMLCh* /*value*/) {
     cost_.drop_content_model();
+    charge(cost_.attribute_type(length_of(type)));
+    DeclaredAttributes& declared = declared_[element];
+    ++declared.number;
+    declared.longest_type = std::max(declared.longest_type, length_of(type));
 }
 
 void ContentRelay::internalEntityDecl(const XMLCh* /*name*/, const XMLCh* value) {

@@ -4,10 +4,12 @@
 
 #include <cstddef>
 #include <string>
+#include <unordered_map>
 #include <xercesc/sax2/DefaultHandler.hpp>
 
 #include "DocumentCost.h"
 #include "ElementAttributes.h"
+#include "ElementNames.h"
 #include "OXAISAXContentHandler.h"
 #include "ParseLocator.h"
 
@@ -56,8 +58,16 @@ private:
     template <class Event>
     void pass(Event event);
     void charge(const char* exceeded) const;
-    void enter_element(const xercesc::Attributes& attributes);
+    void enter_element(const XMLCh* uri, const XMLCh* local_name, const XMLCh* q_name,
+                       const xercesc::Attributes& attributes);
+    void charge_declared_attributes(const XMLCh* element, std::size_t attributes);
     void charge_attributes(const xercesc::Attributes& attributes);
+
+    /// By a DTD, for one element.
+    struct DeclaredAttributes {
+        std::size_t number = 0;
+        std::size_t longest_type = 0;  // in code units
+    };
 
     OXAISAXContentHandler_var handler_;
     ParseLocator& locator_;
@@ -70,6 +80,8 @@ private:
     bool with_schemas_ = false;
     bool in_dtd_ = false;
     bool attributes_cost_ = false;  // a DTD or schema may add some
+    ElementNames names_;
+    std::unordered_map<std::u16string, DeclaredAttributes> declared_;
     std::size_t events_ = 0;
     std::size_t passed_on_ = 0;
 

@@ -44,9 +44,31 @@ public:
     /// The namespaces of `names` names are looked up where `scope` elements and prefixes are open.
     const char* lookup(std::size_t scope, std::size_t names) {
         if (scope <= kSmallScope) return nullptr;
-        searched_ += std::uint64_t{scope} * names;
-        return check(searched_ <= kScopeSearch + kScopeSearchPerByte * read_,
-                     "too many elements lie too deep or among too many namespace declarations");
+        return search(std::uint64_t{scope} * names,
+                      "too many elements lie too deep or among too many namespace declarations");
+    }
+
+    /// An element is looked up among `names` names in a list.
+    const char* element_lookup(std::size_t names) {
+        if (names <= kShortElementList) return nullptr;
+        return search(kElementSearch * names, "too many elements have too many different names");
+    }
+
+    /// An attribute is declared with a type of `length` code units.
+    const char* attribute_type(std::size_t length) {
+        return check(length <= kAttributeType, "an enumeration of values is longer than 16384 characters");
+    }
+
+    /// An element with `attributes` attributes is checked, whose DTD declares `declared` for it, the longest
+    /// with a type of `longest_type` code units.
+    const char* declared_attributes(std::size_t attributes, std::size_t declared, std::size_t longest_type) {
+        return search(kAttributeSearch * declared + std::uint64_t{attributes} * longest_type,
+                      "too many elements have too many declared attributes or values of attributes");
+    }
+
+    /// A problem is reported that does not end the parse.
+    const char* problem() {
+        return check(++problems_ <= kProblems + read_, "the document has too many errors");
     }
 
     /// A content model grows by one name or operator.
@@ -80,6 +102,11 @@ public:
 private:
     static constexpr const char* kTooMuchMemory = "the document needs more memory than is allowed";
 
+    const char* search(std::uint64_t cost, const char* message) {
+        searched_ += cost;
+        return check(searched_ <= kSearch + kSearchPerByte * read_, message);
+    }
+
     const char* check(bool within, const char* message) {
         if (within || exceeded_) return nullptr;
         exceeded_ = true;
@@ -90,6 +117,7 @@ private:
     std::uint64_t content_ = 0;
     std::uint64_t taken_ = 0;
     std::uint64_t searched_ = 0;
+    std::uint64_t problems_ = 0;
     std::size_t most_in_model_;
     std::size_t model_nodes_ = 0;
     std::size_t all_model_nodes_ = 0;

@@ -41,10 +41,12 @@ void ErrorRelay::warn(const std::string& message) {
 }
 
 void ErrorRelay::warning(const xercesc::SAXParseException& exception) {
+    count();
     if (pass_warnings_) pass(&OXAISAXErrorHandler::Warning, converted(exception));
 }
 
 void ErrorRelay::error(const xercesc::SAXParseException& exception) {
+    count();
     errors_ = true;
     pass(&OXAISAXErrorHandler::Error, converted(exception));
 }
@@ -57,6 +59,11 @@ void ErrorRelay::fatalError(const xercesc::SAXParseException& exception) {
 }
 
 void ErrorRelay::resetErrors() {}
+
+void ErrorRelay::count() {
+    if (const char* exceeded = cost_ ? cost_->problem() : nullptr)
+        throw Refusal{exceeded, locator_.position()};
+}
 
 void ErrorRelay::pass(Operation operation, OXASAXParseException exception) {
     if (handler_.IsNull()) return;

@@ -2,9 +2,11 @@
 #ifndef ERROR_RELAY_H
 #define ERROR_RELAY_H
 
+#include <utility>
 #include <xercesc/sax/ErrorHandler.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 
+#include "DocumentCost.h"
 #include "OXAISAXErrorHandler.h"
 #include "ParseLocator.h"
 #include "Refusal.h"
@@ -18,6 +20,10 @@ public:
 
     bool has_errors() const { return errors_; }  ///< fatal ones count too
     bool is_fatal() const { return fatal_; }
+
+    /// From here on problems count for the document of `cost`, or, where it is null, for none; returns the
+    /// one before. Too many of them throw Refusal.
+    DocumentCost* count_for(DocumentCost* cost) { return std::exchange(cost_, cost); }
 
     /// Says whether warnings are passed on.
     void pass_warnings(bool pass) { pass_warnings_ = pass; }
@@ -34,10 +40,12 @@ public:
 
 private:
     using Operation = HRESULT (OXAISAXErrorHandler::*)(OXASAXParseException*);
+    void count();
     void pass(Operation operation, OXASAXParseException exception);
 
     OXAISAXErrorHandler_var handler_;
     ParseLocator& locator_;
+    DocumentCost* cost_ = nullptr;
     bool pass_warnings_ = true;
     bool errors_ = false;
     bool fatal_ = false;

@@ -10,6 +10,8 @@ XercesParser::XercesParser(const Features& features, SchemaPool* schemas, Parser
                            ErrorRelay& errors, xercesc::XMLEntityResolver& resolver, ParseLocator& locator,
                            DocumentCost& cost)
     : memory_(memory),
+      errors_(errors),
+      cost_before_(errors.count_for(&cost)),
       schemas_(schemas),
       locator_(locator),
       parser_(&memory, schemas ? &schemas->grammars() : nullptr) {
@@ -32,6 +34,7 @@ XercesParser::XercesParser(const Features& features, SchemaPool* schemas, Parser
 
 XercesParser::~XercesParser() {
     locator_.leave();
+    errors_.count_for(cost_before_);
     memory_.end();
     if (schemas_) schemas_->memory().end();
 }

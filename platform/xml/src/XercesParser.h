@@ -40,6 +40,8 @@ public:
 
 private:
     ParserMemory& memory_;
+    ErrorRelay& errors_;
+    DocumentCost* cost_before_;  // of a schema that includes the one that is parsed
     SchemaPool* schemas_;
     ParseLocator& locator_;
     xercesc::SAX2XMLReaderImpl parser_;

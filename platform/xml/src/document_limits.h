@@ -29,12 +29,28 @@ constexpr std::uint64_t kAddedContent = std::uint64_t{64} << 20;
 constexpr std::uint64_t kContentPerByte = 4;
 constexpr std::uint64_t kMarkupCost = 16;
 
-/// Open elements, and declarations of prefixes in scope, that the parser looks through for the namespaces of
-/// all elements and attributes: this many, and for each byte of the document so many more. Below the small
-/// number in scope nothing counts.
-constexpr std::uint64_t kScopeSearch = std::uint64_t{512} << 20;
-constexpr std::uint64_t kScopeSearchPerByte = 16;
+/// What the parser looks through from one end to the other: this much, and for each byte of the document so
+/// much more.
+constexpr std::uint64_t kSearch = std::uint64_t{512} << 20;
+constexpr std::uint64_t kSearchPerByte = 16;
+
+/// That is open elements and declarations of prefixes in scope, for the namespaces of all elements and
+/// attributes. Below the small number in scope nothing counts.
 constexpr std::size_t kSmallScope = 64;
+
+/// And names of elements that no schema declares, each for so much. Short lists of them do not count.
+constexpr std::uint64_t kElementSearch = 64;
+constexpr std::size_t kShortElementList = 128;
+
+/// And the attributes that a DTD declares for an element, each for so much, and the code units of their
+/// types, where the values of an enumeration stand.
+constexpr std::uint64_t kAttributeSearch = 4;
+
+/// UTF-16 code units in the type of an attribute.
+constexpr std::size_t kAttributeType = 16'384;
+
+/// Errors and warnings that are reported: this many, and one for each byte of the document.
+constexpr std::uint64_t kProblems = 100'000;
 
 /// Names and operators in the content model of one element of a DTD, and in all content models together. The
 /// parser builds a model recursively, in a time that grows with the square of its size.
