@@ -286,6 +286,20 @@ TEST_F(XmlSchema, ADocumentOfManyUndeclaredNamesIsRefused) {
     EXPECT_EQ(parser.parse_text(few + "</a>"), S_OK) << parser.problems().back().message;
 }
 
+TEST_F(XmlSchema, NamespacesOfDocumentsDoNotFillTheMemoryOfTheSchemas) {
+    ASSERT_EQ(load("k", schema_of("a", "b")), S_OK);
+    const std::string padding(1'000'000, 'x');
+    int number = 0;
+    for (int document = 0; document < 6; ++document) {
+        // 60 MB in the parser's memory, of 256 MiB.
+        std::string text = "<a>";
+        for (int i = 0; i < 30; ++i) text += "<e xmlns='u" + std::to_string(number++) + padding + "'/>";
+        EXPECT_EQ(parser.parse_text(text + "</a>"), S_OK) << parser.problems().back().message;
+    }
+    EXPECT_TRUE(is_valid("<a xmlns:new='" + padding + "'><b>1</b></a>"));
+    EXPECT_FALSE(is_valid("<a><b>x</b></a>"));
+}
+
 TEST_F(XmlSchema, AHostileSchemaIsRefused) {
     const std::string begin = "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'>";
     std::string deep = begin + "<xs:element name='a'><xs:complexType>";

@@ -23,15 +23,14 @@
 /// - External general entities are not read. A DTD and what it includes is read from regular files in the
 ///   document's own folder or below, symbolic links resolved; a text in memory has no folder.
 /// - Elements nest 10,000 deep at most, and few of them so deep, or among so many namespace declarations,
-/// that
-///   looking those up takes long; nor are there, with schemas, many of thousands of different names.
+///   that looking those up takes long; nor do many have thousands of different names where schemas are
+///   loaded.
 /// - The text of an entity has 65,536 characters at most. Entities are expanded 100,000 times at most, less
 ///   often when they are long, and what comes of entities and defaults may make a large document about four
 ///   times as long, a small one longer.
-/// - A content model has some thousand names at most, those of a DTD some ten thousand together. An
-/// enumeration
-///   of values has 16,384 characters at most, and an element of which a DTD declares thousands of attributes
-///   does not occur often.
+/// - A content model has some thousand names at most, those of a DTD some ten thousand together. The values
+///   of an enumeration have 16,384 characters at most, and an element of which a DTD declares thousands of
+///   attributes does not occur often.
 /// - Errors and warnings are 100,000, and one for each byte of the document, at most.
 /// - The memory that the parser takes for one document is limited: 256 MiB at one time.
 class PELTO_XML_API OXAISAXXMLReader : public OXABaseUnknown {

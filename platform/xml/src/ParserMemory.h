@@ -22,6 +22,9 @@ public:
     void begin(DocumentCost& cost, const ParseLocator& locator);
     void end();
 
+    /// Bytes in all blocks now.
+    std::size_t held() const { return held_; }
+
     xercesc::MemoryManager* getExceptionMemoryManager() override;
     void* allocate(XMLSize_t size) override;
     void deallocate(void* content) override;

@@ -25,6 +25,20 @@ void SchemaSet::load_into(SchemaPool& pool, Schema& schema, ErrorRelay& errors, 
     parser.load_schema(*input);
 }
 
+/// Null when there are errors.
+std::unique_ptr<SchemaPool> SchemaSet::make_pool(std::vector<Schema>& schemas, const Schema* newest,
+                                                 ErrorRelay& errors, ParseLocator& locator) {
+    auto pool = std::make_unique<SchemaPool>();
+    for (Schema& schema : schemas) {
+        // The warnings of the others are known already.
+        errors.pass_warnings(&schema == newest);
+        load_into(*pool, schema, errors, locator);
+        if (errors.has_errors()) return nullptr;
+    }
+    pool->end_loading();
+    return pool;
+}
+
 void SchemaSet::load(const std::string& key, const InputSource& source, ErrorRelay& errors,
                      ParseLocator& locator) {
     report_refusals(source, errors, [&] {
@@ -34,16 +48,22 @@ void SchemaSet::load(const std::string& key, const InputSource& source, ErrorRel
         if (newest == schemas.end()) newest = schemas.emplace(newest);
         *newest = {key, source.in_memory(kExternalBytes), {}};
 
-        auto pool = std::make_unique<SchemaPool>();
-        for (Schema& schema : schemas) {
-            // The warnings of the others are known already.
-            errors.pass_warnings(&schema == &*newest);
-            load_into(*pool, schema, errors, locator);
-            if (errors.has_errors()) return;
-        }
+        auto pool = make_pool(schemas, &*newest, errors, locator);
+        if (!pool) return;
         schemas_ = std::move(schemas);
         pool_ = std::move(pool);
     });
+}
+
+SchemaPool* SchemaSet::pool() {
+    if (pool_ && pool_->has_grown()) {
+        const auto locator = OXAVar<ParseLocator>::Adopt(new ParseLocator);
+        ErrorRelay unheard(OXAISAXErrorHandler_var(), *locator.Get());
+        report_refusals(*schemas_.front().document.Get(), unheard, [&] {
+            if (auto fresh = make_pool(schemas_, nullptr, unheard, *locator.Get())) pool_ = std::move(fresh);
+        });
+    }
+    return pool_.get();
 }
 
 void SchemaSet::clear() {

@@ -25,8 +25,8 @@ public:
 
     void clear();
 
-    /// Null when nothing is loaded.
-    SchemaPool* pool() { return pool_.get(); }
+    /// For the next document; null when nothing is loaded.
+    SchemaPool* pool();
 
 private:
     struct Schema {
@@ -35,6 +35,8 @@ private:
         FileSnapshots files;
     };
 
+    static std::unique_ptr<SchemaPool> make_pool(std::vector<Schema>& schemas, const Schema* newest,
+                                                 ErrorRelay& errors, ParseLocator& locator);
     static void load_into(SchemaPool& pool, Schema& schema, ErrorRelay& errors, ParseLocator& locator);
 
     std::vector<Schema> schemas_;

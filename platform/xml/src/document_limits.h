@@ -60,6 +60,9 @@ constexpr std::size_t kContentModels = 65'536;
 /// Bytes of memory that the parser holds at one time, for a document and for its grammars each.
 constexpr std::size_t kMemory = std::size_t{256} << 20;
 
+/// Bytes that documents may leave in the memory of loaded schemas before these are made anew.
+constexpr std::size_t kSchemaGrowth = std::size_t{32} << 20;
+
 /// Bytes that the parser takes in all, given back or not: this much, and for each byte of the document so
 /// much more. Building a hostile content model takes and gives back without end.
 constexpr std::uint64_t kTakenMemory = std::uint64_t{2} << 30;
