@@ -39,8 +39,8 @@ HRESULT vSAXReader::SetDocumentHandler(vSAXDefaultHandler* handler) {
 
 HRESULT vSAXReader::SetXSDSchema(const char* xsdFile, const char* schemaKey) {
     if (FAILED(status)) return E_FAIL;
+    OXAISAXInputSource_var source;  // goes after the locale is back
     const NumericLocale numericLocale;
-    OXAISAXInputSource_var source;
     HRESULT result = factory->CreateInputSourceFromFile(xsdFile, "myPublicId", source);
     if (SUCCEEDED(result) && source) {
         const OXAIXMLSchemaLoader_var loader(reader);
@@ -61,8 +61,8 @@ HRESULT vSAXReader::ClearSchemaCache() {
 HRESULT vSAXReader::LoadFile(const char* path) {
     const OXAUnicodeString text(path);
     if (FAILED(status)) return E_FAIL;
-    const NumericLocale numericLocale;
     OXAISAXInputSource_var source;
+    const NumericLocale numericLocale;
     // Without a file the parse reports a fatal error that names it.
     factory->CreateInputSourceFromFile(text, OXAUnicodeString(), source);
     return reader->Parse(source);
@@ -71,8 +71,8 @@ HRESULT vSAXReader::LoadFile(const char* path) {
 HRESULT vSAXReader::LoadBuffer(const char* xmlText) {
     const OXAUnicodeString text(xmlText);
     if (FAILED(status)) return E_FAIL;
-    const NumericLocale numericLocale;
     OXAISAXInputSource_var source;
+    const NumericLocale numericLocale;
     factory->CreateInputSourceFromText(text, OXAUnicodeString(), source);
     return reader->Parse(source);
 }

@@ -5,16 +5,57 @@
 #include "sax/decimal_comma.h"
 #include "sax/element_reader.h"
 #include "support/log_capture.h"
+#include "support/private_access.h"
 #include "vSAXReader.h"
+
+PELTO_PRIVATE_MEMBER(reader_field, &vSAXReader::reader, OXAISAXXMLReader_var vSAXReader::*)
+PELTO_PRIVATE_MEMBER(factory_field, &vSAXReader::factory, OXAIXMLSAX2Factory_var vSAXReader::*)
 
 namespace {
 
 using namespace sax;
 using Records = std::vector<support::LogRecord>;
 
-/// Has no schema support, and notes its calls.
+const std::string kValidationOn = std::string(OXASAXXMLReaderOptions::ValidationFeature) + " on";
+
+/// What the fakes' destructors note, and the numeric locale then.
+std::vector<std::string> destructions;
+
+void note_destruction(const char* what) {
+    destructions.push_back(std::string(what).append(" ").append(numeric_locale()));
+}
+
+class FakeSource : public OXAISAXInputSource {
+public:
+    HRESULT GetPublicId(OXAUnicodeString&) override { return E_NOTIMPL; }
+    HRESULT GetSystemId(OXAUnicodeString&) override { return E_NOTIMPL; }
+
+protected:
+    ~FakeSource() override { note_destruction("source"); }
+};
+
+/// Notes its calls.
+class FakeLoader : public OXAIXMLSchemaLoader {
+public:
+    std::vector<std::string> calls;
+    HRESULT load_result = S_OK;
+    HRESULT clear_result = S_OK;
+
+    HRESULT LoadGrammar(const OXAUnicodeString& key, const OXAISAXInputSource_var& source) override {
+        calls.push_back(std::string("load ") + key.ConvertToChar() + (source.IsNull() ? " nothing" : "") +
+                        " " + numeric_locale());
+        return load_result;
+    }
+    HRESULT ClearCache() override {
+        calls.emplace_back("clear");
+        return clear_result;
+    }
+};
+
+/// Has schema support where it is given a loader, and notes its calls.
 class FakeParser : public OXAISAXXMLReader {
 public:
+    OXAVar<FakeLoader> loader;
     std::vector<std::string> calls;
     HRESULT content_result = S_OK;
     HRESULT error_result = S_OK;
@@ -38,6 +79,16 @@ public:
         calls.push_back(source.IsNull() ? "parse nothing" : "parse");
         return parse_result;
     }
+    HRESULT QueryInterface(const GUID& classId, void** object) override {
+        if (classId != OXAIXMLSchemaLoader::ClassId() || loader.IsNull()) {
+            return OXABaseUnknown::QueryInterface(classId, object);
+        }
+        return loader->QueryInterface(classId, object);
+    }
+    using OXAISAXXMLReader::QueryInterface;
+
+protected:
+    ~FakeParser() override { note_destruction("parser"); }
 };
 
 class FakeFactory : public OXAIXMLSAX2Factory {
@@ -45,6 +96,7 @@ public:
     OXAVar<FakeParser> parser;
     HRESULT parser_result = S_OK;
     HRESULT source_result = S_OK;
+    bool makes_sources = false;
     std::vector<std::string> calls;
 
     HRESULT CreateXMLReader(OXAISAXXMLReader_var& reader) override {
@@ -52,14 +104,24 @@ public:
         return parser_result;
     }
     HRESULT CreateInputSourceFromFile(const OXAUnicodeString& path, const OXAUnicodeString& publicId,
-                                      OXAISAXInputSource_var&) override {
+                                      OXAISAXInputSource_var& source) override {
+        make(source);
         calls.push_back(std::string("file ") + path.ConvertToChar() + " " + publicId.ConvertToChar());
         return source_result;
     }
     HRESULT CreateInputSourceFromText(const OXAUnicodeString& text, const OXAUnicodeString& publicId,
-                                      OXAISAXInputSource_var&) override {
+                                      OXAISAXInputSource_var& source) override {
+        make(source);
         calls.push_back(std::string("text ") + text.ConvertToChar() + " " + publicId.ConvertToChar());
         return source_result;
+    }
+
+protected:
+    ~FakeFactory() override { note_destruction("factory"); }
+
+private:
+    void make(OXAISAXInputSource_var& source) const {
+        if (makes_sources) source = OXAISAXInputSource_var::Adopt(new FakeSource);
     }
 };
 
@@ -78,6 +140,7 @@ protected:
         factory->parser = parser;
         the_factory = factory;
         factory_result = S_OK;
+        destructions.clear();
     }
     void TearDown() override { the_factory.Reset(); }
 
@@ -151,6 +214,20 @@ TEST_F(SaxReaderInitialization, DestructionReleasesFactoryAndParser) {
     EXPECT_EQ(references_of(*parser.Get()), 2U);
 }
 
+TEST_F(SaxReaderInitialization, DestructionReleasesTheFactoryFirst) {
+    {
+        vSAXReader reader;
+        the_factory.Reset();
+        factory->parser.Reset();
+        factory.Reset();
+        parser.Reset();
+        EXPECT_TRUE(destructions.empty());
+    }
+    ASSERT_EQ(destructions.size(), 2U);
+    EXPECT_EQ(destructions[0].find("factory"), 0U);
+    EXPECT_EQ(destructions[1].find("parser"), 0U);
+}
+
 TEST_F(SaxReaderInitialization, AHandlerIsClearedAndThenSetContentFirst) {
     vSAXReader reader;
     parser->calls.clear();
@@ -179,8 +256,7 @@ TEST_F(SaxReaderInitialization, ASchemaWithoutASourceIsLoggedAndYetASuccess) {
     parser->calls.clear();
     EXPECT_EQ(reader.SetXSDSchema("a.xsd", "k"), S_OK);
     EXPECT_EQ(factory->calls, (std::vector<std::string>{"file a.xsd myPublicId"}));
-    EXPECT_EQ(parser->calls,
-              (std::vector<std::string>{std::string(OXASAXXMLReaderOptions::ValidationFeature) + " on"}));
+    EXPECT_EQ(parser->calls, (std::vector<std::string>{kValidationOn}));
     EXPECT_EQ(log.records(), (Records{{"Default", 4, "Could not create input source from xsd file a.xsd"}}));
 }
 
@@ -196,6 +272,102 @@ TEST_F(SaxReaderInitialization, ASchemaWithAFailedSourceGivesItsResult) {
 TEST_F(SaxReaderInitialization, WithoutSchemaSupportClearingSucceeds) {
     vSAXReader reader;
     EXPECT_EQ(reader.ClearSchemaCache(), S_OK);
+}
+
+TEST_F(SaxReaderInitialization, ASchemaWithoutSchemaSupportIsASuccess) {
+    vSAXReader reader;
+    parser->calls.clear();
+    factory->makes_sources = true;
+    factory->source_result = HRESULT{3};
+    EXPECT_EQ(reader.SetXSDSchema("a.xsd", "k"), HRESULT{3});
+    EXPECT_EQ(parser->calls, (std::vector<std::string>{kValidationOn}));
+    EXPECT_TRUE(log.records().empty());
+}
+
+TEST_F(SaxReaderInitialization, ASchemaGoesToTheLoaderUnderItsKey) {
+    parser->loader = OXAVar<FakeLoader>::Adopt(new FakeLoader);
+    parser->loader->load_result = HRESULT{3};
+    factory->makes_sources = true;
+    vSAXReader reader;
+    parser->calls.clear();
+    EXPECT_EQ(reader.SetXSDSchema("a.xsd", " the key "), HRESULT{3});
+    EXPECT_EQ(parser->loader->calls, (std::vector<std::string>{"load  the key  C"}));
+    EXPECT_EQ(parser->calls, (std::vector<std::string>{kValidationOn}));
+    EXPECT_TRUE(log.records().empty());
+    EXPECT_EQ(reader.SetXSDSchema(nullptr, nullptr), HRESULT{3});
+    EXPECT_EQ(parser->loader->calls.back(), "load  C");
+    EXPECT_EQ(factory->calls.back(), "file  myPublicId");
+}
+
+TEST_F(SaxReaderInitialization, ASchemaThatTheLoaderRefusesDoesNotSwitchValidationOn) {
+    parser->loader = OXAVar<FakeLoader>::Adopt(new FakeLoader);
+    parser->loader->load_result = E_NOTIMPL;
+    factory->makes_sources = true;
+    vSAXReader reader;
+    parser->calls.clear();
+    EXPECT_EQ(reader.SetXSDSchema("a.xsd", "k"), E_NOTIMPL);
+    EXPECT_TRUE(parser->calls.empty());
+    EXPECT_TRUE(log.records().empty());
+}
+
+TEST_F(SaxReaderInitialization, ASourceThatComesWithAFailureIsNotLoaded) {
+    parser->loader = OXAVar<FakeLoader>::Adopt(new FakeLoader);
+    factory->makes_sources = true;
+    factory->source_result = E_NOTIMPL;
+    vSAXReader reader;
+    parser->calls.clear();
+    EXPECT_EQ(reader.SetXSDSchema("a.xsd", "k"), E_NOTIMPL);
+    EXPECT_TRUE(parser->loader->calls.empty());
+    EXPECT_TRUE(parser->calls.empty());
+    EXPECT_EQ(log.records(), (Records{{"Default", 4, "Could not create input source from xsd file a.xsd"}}));
+    // A document's is parsed all the same.
+    EXPECT_EQ(reader.LoadFile("a.xml"), S_OK);
+    EXPECT_EQ(parser->calls, (std::vector<std::string>{"parse"}));
+}
+
+TEST_F(SaxReaderInitialization, ClearingGivesTheLoadersResultWhateverTheStatus) {
+    parser->loader = OXAVar<FakeLoader>::Adopt(new FakeLoader);
+    parser->loader->clear_result = E_NOTIMPL;
+    vSAXReader good;
+    EXPECT_EQ(good.ClearSchemaCache(), E_NOTIMPL);
+    factory->parser_result = E_FAIL;
+    vSAXReader failed;
+    EXPECT_EQ(failed.ClearSchemaCache(), E_NOTIMPL);
+    EXPECT_EQ(parser->loader->calls, (std::vector<std::string>{"clear", "clear"}));
+}
+
+TEST_F(SaxReaderInitialization, TheLocaleIsBackBeforeTheSourceIsReleased) {
+    const DecimalComma comma;
+    if (!comma.set()) GTEST_SKIP() << "the locale " << kDecimalComma << " is not on this machine";
+    parser->loader = OXAVar<FakeLoader>::Adopt(new FakeLoader);
+    factory->makes_sources = true;
+    vSAXReader reader;
+    EXPECT_EQ(reader.LoadFile("a.xml"), S_OK);
+    EXPECT_EQ(reader.LoadBuffer("<a/>"), S_OK);
+    EXPECT_EQ(reader.SetXSDSchema("a.xsd", "k"), S_OK);
+    EXPECT_EQ(parser->loader->calls, (std::vector<std::string>{"load k C"}));
+    const std::string released = std::string("source ").append(kDecimalComma);
+    EXPECT_EQ(destructions, (std::vector<std::string>{released, released, released}));
+}
+
+TEST_F(SaxReaderInitialization, AParserOrFactoryThatDisappearsIsANullReference) {
+    const DecimalComma comma;
+    const std::string locale = numeric_locale();
+    {
+        vSAXReader reader;
+        (reader.*reader_field()).Reset();
+        EXPECT_THROW(reader.LoadBuffer("<a/>"), OXANullVarError);
+        EXPECT_THROW(reader.LoadFile("a.xml"), OXANullVarError);
+        EXPECT_THROW(reader.SetDocumentHandler(handler.Get()), OXANullVarError);
+        EXPECT_EQ(reader.ClearSchemaCache(), S_OK);
+    }
+    vSAXReader reader;
+    (reader.*factory_field()).Reset();
+    EXPECT_THROW(reader.LoadBuffer("<a/>"), OXANullVarError);
+    EXPECT_THROW(reader.LoadFile("a.xml"), OXANullVarError);
+    EXPECT_THROW(reader.SetXSDSchema("a.xsd", "k"), OXANullVarError);
+    EXPECT_EQ(numeric_locale(), locale);
+    EXPECT_EQ(references_of(*handler.Get()), 1U);
 }
 
 }  // namespace
