@@ -83,7 +83,8 @@ public:
     /// in it is written %%.
     virtual void Log(const char* message, ELogType type);
 
-    /// For derived classes, and not called here: forgets what was read, before another document.
+    /// For derived classes, and not called here: forgets what was read, before another document. The elements
+    /// that a parse leaves open when it fails stay in elementStack until then.
     virtual void Reset() = 0;
     /// For derived classes, and not called here: how the reader judges what it read.
     virtual HRESULT GetStatus() const = 0;

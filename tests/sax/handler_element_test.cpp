@@ -131,6 +131,13 @@ TEST(SaxHandlerElements, AnEndKeepsTheText) {
     EXPECT_EQ(handler->calls.back(), ">c a c xy");
 }
 
+TEST(SaxHandlerElements, AnEndWithoutAStartCallsNothing) {
+    const auto handler = make_reader();
+    handler->end_result = E_FAIL;
+    EXPECT_EQ(handler->EndElement("", "a", "a"), S_OK);
+    EXPECT_TRUE(handler->calls.empty());
+}
+
 TEST(SaxHandlerElements, NeedNoBuffer) {
     const auto handler = ElementReader_var::Adopt(new ElementReader);
     EXPECT_EQ(handler->StartElement("", "a", "a", nullptr), S_OK);

@@ -92,6 +92,15 @@ TEST_F(SaxReaderLoad, ErrorsAddUpOverDocuments) {
     }
 }
 
+TEST_F(SaxReaderLoad, ElementsThatAFailedParseLeavesOpenStay) {
+    EXPECT_EQ(reader.LoadBuffer("<a><b>"), E_FAIL);
+    EXPECT_EQ(reader.LoadBuffer("<c/>"), S_OK);
+    EXPECT_EQ(handler->calls, (Calls{"<a UNKNOWN", "<b a", "<c b", ">c b c "}));
+    handler->elementStack.clear();
+    EXPECT_EQ(reader.LoadBuffer("<c/>"), S_OK);
+    EXPECT_EQ(handler->calls.back(), "<c UNKNOWN");
+}
+
 TEST_F(SaxReaderLoad, ResultsOfTheHooksDoNotStopTheParse) {
     handler->start_result = handler->end_result = E_FAIL;
     EXPECT_EQ(reader.LoadBuffer("<a><b/><c/></a>"), S_OK);
