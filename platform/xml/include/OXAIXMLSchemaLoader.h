@@ -27,6 +27,11 @@ public:
     /// A schema may be hostile: the rules of OXAISAXXMLReader hold, with the schema's own folder for the
     /// files that it includes or imports. One that is missing or refused is a warning, and an error only
     /// where something of it is needed.
+    ///
+    /// No rule bounds what checking a value costs: a pattern is matched by backtracking, in a time that can
+    /// double with each character, and, where alternatives are repeated as in (ab|cd)*, on a stack that some
+    /// ten thousand characters exhaust, also where a maxLength stands beside it; of nested unions each member
+    /// is tried. Load only schemas whose patterns and unions you know.
     virtual HRESULT LoadGrammar(const OXAUnicodeString& key, const OXAISAXInputSource_var& source) = 0;
 
     /// Forgets all schemas. E_FAIL within a callback of the reader's, else S_OK.
