@@ -282,6 +282,19 @@ TEST(XmlEncodings, ReadsEightBitEncodingsByTheirUsualNames) {
     }
 }
 
+TEST(XmlEncodings, OnlyTheXmlDeclarationDeclaresOne) {
+    const support::TemporaryFolder folder;
+    for (const char* instruction :
+         {"<?xml-stylesheet encoding='iso-8859-1'?>", "<?xmlx encoding='latin1'?>"}) {
+        for (const char* defect : {"\xff", "\xe2\x82"}) {
+            Parser parser;
+            const std::string text = std::string(instruction) + "<a/>" + defect;
+            EXPECT_EQ(parser.parse_file(folder.write("a.xml", text)), E_FAIL) << text;
+            EXPECT_NE(parser.fatal_error().message.find("UTF-8"), std::string::npos) << parser.said();
+        }
+    }
+}
+
 TEST(XmlEncodings, AByteOrderMarkOfUtf8IsNotContent) {
     const support::TemporaryFolder folder;
     Parser parser;
