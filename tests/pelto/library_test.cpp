@@ -7,6 +7,7 @@
 #include <string>
 
 #include "support/command.h"
+#include "support/png_picture.h"
 #include "support/temporary_folder.h"
 
 namespace {
@@ -250,6 +251,39 @@ TEST_F(Library, ListsProblemsByLineInJsonToo) {
     EXPECT_EQ(problems[0]["line"], 2);
     EXPECT_EQ(problems[1]["line"], 3);
     EXPECT_EQ(problems[2]["line"], 4);
+}
+
+TEST_F(Library, DrawsTheTexturesOnASheetAsTheDocumentHasThem) {
+    const auto sheet_of = [&](const std::string& more) {
+        const std::string out = folder_.path("sheet.png");
+        const std::string path = document(texture("a", sample("bc4.dds"), more));
+        const CommandResult result = run_pelto({"library", path, "--sheet", out});
+        EXPECT_EQ(result.status, 0) << result.err;
+        return read_png(out);
+    };
+    const PNGPicture upright = sheet_of("<flip>false</flip>");
+    const PNGPicture flipped = sheet_of("<flip>true</flip>");
+    EXPECT_GE(upright.width, 64U);
+    EXPECT_GE(upright.height, 64U);
+    EXPECT_EQ(upright.pixels, sheet_of("").pixels);
+    EXPECT_EQ(upright.pixels.size(), flipped.pixels.size());
+    EXPECT_NE(upright.pixels, flipped.pixels);
+}
+
+TEST_F(Library, DrawsTheSampleLibrary) {
+    const std::string out = folder_.path("sheet.png");
+    const CommandResult result = run_pelto({"library", kLibrary, "--sheet", out});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err, "");
+    EXPECT_GT(read_png(out).width, 128U);
+}
+
+TEST_F(Library, WritesNoSheetWithoutATextureToShow) {
+    const std::string out = folder_.path("sheet.png");
+    const CommandResult result = run_pelto({"library", document(texture("a", "no.dds")), "--sheet", out});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("there is no texture to show on " + out), std::string::npos) << result.err;
+    EXPECT_FALSE(std::filesystem::exists(out));
 }
 
 TEST_F(Library, AMissingArgumentIsWrongUsage) {

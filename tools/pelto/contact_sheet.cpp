@@ -11,13 +11,13 @@
 
 namespace {
 
-std::vector<SheetFile> read_files(const std::vector<SheetEntry>& entries, const SheetChoice& choice,
-                                  int max_extent, SheetReport& report) {
+std::vector<SheetFile> read_files(const std::vector<SheetEntry>& entries, int max_extent,
+                                  SheetReport& report) {
     std::vector<SheetFile> files;
     Progress progress("reading", entries.size());
     for (const SheetEntry& entry : entries) {
         try {
-            SheetFile file = read_sheet_file(entry.path, choice, max_extent);
+            SheetFile file = read_sheet_file(entry.path, entry.choice, max_extent);
             file.title = entry.title;
             for (const std::string& warning : file.warnings) report.warnings.push_back({entry.path, warning});
             files.push_back(std::move(file));
@@ -31,11 +31,11 @@ std::vector<SheetFile> read_files(const std::vector<SheetEntry>& entries, const 
 
 }  // namespace
 
-SheetReport make_contact_sheet(const std::vector<SheetEntry>& entries, const SheetChoice& choice,
-                               double exposure, const std::string& output) {
+SheetReport make_contact_sheet(const std::vector<SheetEntry>& entries, double exposure,
+                               const std::string& output) {
     const GLContext context;
     SheetReport report;
-    const std::vector<SheetFile> files = read_files(entries, choice, context.max_texture_size(), report);
+    const std::vector<SheetFile> files = read_files(entries, context.max_texture_size(), report);
     if (files.empty()) return report;
     const CaptionFont font;
     const Sheet sheet = lay_out(files, font);

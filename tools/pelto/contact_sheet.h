@@ -9,10 +9,11 @@
 #include "canvas.h"
 #include "sheet_file.h"
 
-/// A DDS or .basis file, and what its card on the sheet is called, in UTF-8.
+/// A DDS or .basis file, what its card on the sheet is called, in UTF-8, and what the card shows of it.
 struct SheetEntry {
     std::string path;
     std::string title;
+    SheetChoice choice;
 };
 
 /// An image on the sheet: one pixel of the sheet for each of its own, where `place` says.
@@ -43,7 +44,7 @@ struct SheetReport {
 /// by 2 to the power of `exposure`. A file that cannot be shown does not keep the others from the sheet.
 /// Throws std::runtime_error, which says why, where there is no OpenGL to draw with, the sheet would be too
 /// large, or the PNG file cannot be written.
-SheetReport make_contact_sheet(const std::vector<SheetEntry>& entries, const SheetChoice& choice,
-                               double exposure, const std::string& output);
+SheetReport make_contact_sheet(const std::vector<SheetEntry>& entries, double exposure,
+                               const std::string& output);
 
 #endif

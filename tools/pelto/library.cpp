@@ -7,12 +7,14 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 #include <utility>
 #include <vSAXReader.h>
 #include <vector>
 
+#include "contact_sheet.h"
 #include "file_start.h"
 #include "library_handler.h"
 #include "library_report.h"
@@ -27,6 +29,7 @@ namespace {
 struct Options {
     std::string document;
     std::string schema;
+    std::string sheet;
     bool json = false;
     Trust trust = Trust::kNo;
 };
@@ -48,6 +51,10 @@ struct Library {
         return sum;
     }
 };
+
+std::filesystem::path folder_of(const Options& options) {
+    return std::filesystem::path(options.document).parent_path();
+}
 
 // The schema that was asked for, or the one that lies beside the document under its name.
 std::string schema_of(const Options& options) {
@@ -90,11 +97,10 @@ OXAVar<LibraryHandler> read_document(const Options& options) {
 
 Library read_library(const Options& options) {
     const OXAVar<LibraryHandler> handler = read_document(options);
-    const std::filesystem::path folder = std::filesystem::path(options.document).parent_path();
     Library library{{}, handler->problems};
     Progress progress("loading", handler->textures.size());
     for (const LibraryTexture& texture : handler->textures) {
-        Entry entry{texture, report_texture(texture, folder, options.trust)};
+        Entry entry{texture, report_texture(texture, folder_of(options), options.trust)};
         if (entry.report.error) {
             const std::string& subject = texture.file.empty() ? entry.name() : texture.file;
             library.problems.push_back({options.document, texture.line, texture.column, Severity::kError,
@@ -178,6 +184,30 @@ nlohmann::ordered_json json_of(const Library& library) {
             {"problems", json_of(library.problems)}};
 }
 
+void complain(const std::string& path, const std::string& what) {
+    std::cerr << "pelto: " << printable(path) << ": " << printable(what) << '\n';
+}
+
+// Of the textures that could be loaded.
+void draw_sheet(const Library& library, const Options& options) {
+    std::vector<SheetEntry> entries;
+    for (const Entry& entry : library.entries) {
+        if (entry.report.depth == 0) continue;
+        SheetChoice choice;
+        choice.flip = entry.texture.flip;
+        choice.slice = entry.texture.slice;
+        choice.usage = entry.texture.usage;
+        choice.trust = options.trust;
+        entries.push_back({(folder_of(options) / entry.texture.file).string(), entry.name(), choice});
+    }
+    const SheetReport report = make_contact_sheet(entries, 0, options.sheet);
+    for (const SheetRemark& remark : report.warnings) complain(remark.path, remark.text);
+    for (const SheetRemark& remark : report.errors) complain(remark.path, remark.text);
+    if (report.images.empty()) throw std::runtime_error("there is no texture to show on " + options.sheet);
+    if (!report.errors.empty())
+        throw std::runtime_error("not all textures could be shown on " + options.sheet);
+}
+
 ExitStatus check_library(const Options& options) {
     const Library library = read_library(options);
     if (options.json) {
@@ -187,6 +217,7 @@ ExitStatus check_library(const Options& options) {
     }
     std::cout.flush();
     print_problems(std::cerr, library.problems);
+    if (!options.sheet.empty()) draw_sheet(library, options);
     return has_errors(library.problems) ? kExitFailure : kExitSuccess;
 }
 
@@ -201,6 +232,9 @@ void add_library(CLI::App& app, ExitStatus& status) {
     command->add_option("--xsd", options->schema,
                         "The XML Schema that it must follow; where it is left out, FILE.xsd if there is one");
     command->add_flag("--json", options->json, "Print a JSON object instead of a table");
+    command->add_option(
+        "--sheet", options->sheet,
+        "Draw the textures into this PNG file, as pelto sheet does; it is replaced where it exists");
     add_trust(*command, options->trust);
     command->footer(
         "Files are named from the document's folder. The check compares the bytes of every level with what\n"

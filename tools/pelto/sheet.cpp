@@ -57,8 +57,8 @@ nlohmann::ordered_json json_of(const SheetReport& report) {
 
 ExitStatus make_sheet(const Options& options) {
     std::vector<SheetEntry> entries;
-    for (const std::string& file : options.files) entries.push_back({file, file});
-    const SheetReport report = make_contact_sheet(entries, options.choice, options.exposure, options.output);
+    for (const std::string& file : options.files) entries.push_back({file, file, options.choice});
+    const SheetReport report = make_contact_sheet(entries, options.exposure, options.output);
     complain(report.warnings);
     complain(report.errors);
     if (options.json) print_json(json_of(report));

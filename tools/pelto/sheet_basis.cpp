@@ -5,19 +5,22 @@
 #include <utility>
 
 #include "basis_blocks.h"
+#include "basis_usage.h"
 #include "sheet_limits.h"
 
 namespace {
 
 struct Target {
-    TOZ::EUsageFormat usage;
-    TOZ::SUPPORTED_FORMAT::Type format;
-    const char* name;
+    BasisUsage usage;
+    std::string name;
     bool opaque;
 };
 
-constexpr Target kOpaque = {TOZ::eUsageFormatBC1, TOZ::SUPPORTED_FORMAT::DXT1, "BC1", true};
-constexpr Target kWithAlpha = {TOZ::eUsageFormatBC3, TOZ::SUPPORTED_FORMAT::DXT5, "BC3", false};
+// Where nothing is asked for, blocks that keep all that the file has.
+Target target_of(const BasisFile& file, const SheetChoice& choice) {
+    const std::string name = choice.usage.value_or(file.alpha ? "bc3" : "bc1");
+    return {kBasisUsages.at(name), name, name != "bc3"};
+}
 
 // What the file's table promises. The transcoder takes memory for all of a level, whatever the file holds.
 void check_promise(const BasisFile& file, const SheetChoice& choice, int max_extent) {
@@ -31,6 +34,7 @@ void check_promise(const BasisFile& file, const SheetChoice& choice, int max_ext
     if (levels == 0) throw std::runtime_error("has no levels");
     check_choice("face", choice.face, 1);
     check_choice("level", choice.level, levels);
+    check_choice("slice", choice.slice, file.slices);
 }
 
 std::string description_of(const BasisFile& file, const Target& target) {
@@ -41,13 +45,13 @@ std::string description_of(const BasisFile& file, const Target& target) {
 }
 
 void add_image(SheetFile& file, const BasisReport& report, const BasisLevel& level, const Target& target) {
-    BasisBlocks blocks = transcoded(report, level.slice, level.level, target.usage, target.name);
+    BasisBlocks blocks = transcoded(report, level.slice, level.level, target.usage.usage, target.name);
     SheetImage image{0, level.level, level.slice, "", {}};
     if (report.file.slices > 1) image.caption = "slice " + std::to_string(level.slice) + ", ";
     image.caption += "level " + std::to_string(level.level);
-    image.pixels = {target.format, static_cast<int>(level.width), static_cast<int>(level.height),
+    image.pixels = {target.usage.dds_format, static_cast<int>(level.width), static_cast<int>(level.height),
                     blocks.data.get(), target.opaque};
-    if (blocks.size != bytes_of(target.format, image.pixels.width, image.pixels.height)) {
+    if (blocks.size != bytes_of(target.usage.dds_format, image.pixels.width, image.pixels.height)) {
         throw std::runtime_error("is damaged: level " + std::to_string(level.level) + " of slice " +
                                  std::to_string(level.slice) + " is not as large as its table says");
     }
@@ -62,10 +66,12 @@ SheetFile read_sheet_basis(const std::string& path, const SheetChoice& choice, i
     report_transcodable_basis(path, report, choice.trust);
     if (report.error) throw std::runtime_error(*report.error);
     check_promise(report.file, choice, max_extent);
-    const Target& target = report.file.alpha ? kWithAlpha : kOpaque;
+    const Target target = target_of(report.file, choice);
     SheetFile file{path, path, description_of(report.file, target), {}, {}, {}};
     for (const BasisLevel& level : report.file.levels) {
-        if (!choice.level || *choice.level == level.level) add_image(file, report, level, target);
+        if (choice.level && *choice.level != level.level) continue;
+        if (choice.slice && *choice.slice != level.slice) continue;
+        add_image(file, report, level, target);
     }
     const auto place = [](const SheetImage& image) { return std::pair(image.slice, image.level); };
     std::stable_sort(file.images.begin(), file.images.end(),

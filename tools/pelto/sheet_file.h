@@ -34,6 +34,8 @@ struct SheetChoice {
     bool flip = false;  // of DDS files
     std::optional<std::uint32_t> face;
     std::optional<std::uint32_t> level;
+    std::optional<std::uint32_t> slice;  // of .basis files
+    std::optional<std::string> usage;    // of .basis files: a name of kBasisUsages
     Trust trust = Trust::kNo;
 };
 
