@@ -206,6 +206,17 @@ TEST_F(Transcode, SaysWhyTheOutputCannotBeWritten) {
     EXPECT_TRUE(files().empty());
 }
 
+TEST_F(Transcode, PrintsWhatWasWrittenAsJson) {
+    const CommandResult result = run_pelto({"transcode", "--json", fixture("uastc_array_mips"), "--usage",
+                                            "bc1", "--level", "0", "--slice", "all", "-o", output()});
+    EXPECT_EQ(result.status, 0) << result.err;
+    // 30 x 10 pixels are 8 x 3 blocks of 8 bytes, behind a header of 128.
+    const json expected = {{{"path", output("out.0.dds")}, {"slice", 0}, {"bytes", 320}},
+                           {{"path", output("out.1.dds")}, {"slice", 1}, {"bytes", 320}},
+                           {{"path", output("out.2.dds")}, {"slice", 2}, {"bytes", 320}}};
+    EXPECT_EQ(json::parse(result.out), expected);
+}
+
 TEST_F(Transcode, WrongUsageIsToldFromFailure) {
     const std::string file = fixture("etc1s_4x4");
     EXPECT_EQ(run_pelto({"transcode", file, "-o", output()}).status, 2);

@@ -239,6 +239,7 @@ void add_library(CLI::App& app, ExitStatus& status) {
     command->footer(
         "Files are named from the document's folder. The check compares the bytes of every level with what\n"
         "its format and extent take, and the file with what the document says of it. Problems are told on\n"
-        "standard error as path:line:column: severity: message; what they do not touch is still done.");
+        "standard error as path:line:column: severity: message; what they do not touch is still done.\n"
+        "Exit status: 0 all is well, 1 there are errors, 2 wrong usage.");
     command->callback([options, &status] { status = check_library(*options); });
 }

@@ -88,6 +88,8 @@ void add_outline(CLI::App& app, ExitStatus& status) {
         "outline", "Show the elements of an XML document as a tree, with attributes and text");
     command->add_option("DOC", options->document, "The XML document to read")->required();
     command->add_flag("--json", options->json, "Print a JSON array of objects, one for each element");
-    command->footer("Text is shown of elements without children. What is read before an error is shown too.");
+    command->footer(
+        "Text is shown of elements without children. What is read before an error is shown too.\n"
+        "Exit status: 0 done, 1 the document has errors or cannot be read, 2 wrong usage.");
     command->callback([options, &status] { status = outline(*options); });
 }

@@ -91,7 +91,8 @@ void add_sheet(CLI::App& app, ExitStatus& status) {
         "Each image is drawn a pixel of the sheet for each of its own. One channel is shown as grey, signed\n"
         "numbers from -1 to 1 as black to white, light x as x / (1 + x) in sRGB, and what is transparent "
         "over a\n"
-        "checkerboard. A file that cannot be shown does not keep the others from the sheet.");
+        "checkerboard. A file that cannot be shown does not keep the others from the sheet.\n"
+        "Exit status: 0 all files are on the sheet, 1 one is not, 2 wrong usage.");
     command->callback([options, &status] {
         check_exposure(options->exposure);
         status = make_sheet(*options);

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -13,6 +14,7 @@
 #include "basis_blocks.h"
 #include "basis_usage.h"
 #include "dds_writer.h"
+#include "print_json.h"
 #include "printable.h"
 #include "progress.h"
 #include "whole_file.h"
@@ -28,6 +30,7 @@ struct Options {
     std::string slice = "0";
     std::string output;
     Trust trust = Trust::kNo;
+    bool json = false;
 };
 
 // The numbers below `count` that an option names.
@@ -90,7 +93,8 @@ std::string output_path(const Options& options, std::uint32_t slice, bool severa
     return (path.parent_path() / name).string();
 }
 
-void transcode_slices(const BasisReport& report, const Options& options) {
+// Adds each file to `written` as it appears.
+void transcode_slices(const BasisReport& report, const Options& options, nlohmann::ordered_json& written) {
     const std::vector<std::uint32_t> slices = chosen("slice", options.slice, report.file.slices);
     std::size_t steps = 0;
     for (const std::uint32_t slice : slices) {
@@ -103,7 +107,9 @@ void transcode_slices(const BasisReport& report, const Options& options) {
             files.push_back(dds_of_slice(report, slice, options, progress));
     }
     for (std::size_t i = 0; i < slices.size(); ++i) {
-        write_whole_file(output_path(options, slices[i], slices.size() > 1), files[i]);
+        const std::string path = output_path(options, slices[i], slices.size() > 1);
+        write_whole_file(path, files[i]);
+        written.push_back({{"path", path}, {"slice", slices[i]}, {"bytes", files[i].size()}});
     }
 }
 
@@ -115,13 +121,16 @@ ExitStatus transcode(const Options& options) {
         std::cerr << where << printable(*report.error) << '\n';
         return kExitFailure;
     }
+    ExitStatus status = kExitSuccess;
+    nlohmann::ordered_json written = nlohmann::ordered_json::array();
     try {
-        transcode_slices(report, options);
+        transcode_slices(report, options, written);
     } catch (const std::runtime_error& error) {
         std::cerr << where << error.what() << '\n';
-        return kExitFailure;
+        status = kExitFailure;
     }
-    return kExitSuccess;
+    if (options.json) print_json(written);
+    return status;
 }
 
 std::string number_or_all(const std::string& text) {
@@ -150,6 +159,7 @@ void add_transcode(CLI::App& app, ExitStatus& status) {
     command
         ->add_option("-o,--output", options->output, "The DDS file to write; it is replaced where it exists")
         ->required();
+    command->add_flag("--json", options->json, "Print what was written, a JSON array of objects");
     add_trust(*command, options->trust);
     command->callback([options, &status] { status = transcode(*options); });
 }
