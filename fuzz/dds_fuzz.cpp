@@ -53,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // A block of exactly the file's size: a sanitizer sees a read beyond it.
     const std::unique_ptr<unsigned char[]> file(new unsigned char[size]);
     if (size > 0) std::memcpy(file.get(), data, size);
-    const vTextureCheck::Result check = vTextureCheck::CheckDDS(file.get(), size);
+    const vTextureCheck::Result check = vTextureCheck::CheckDDSBuffer(file.get(), size);
     require(check.ok() == check.sentence.empty(), "a refusal has a reason");
     read_levels(file.get(), size, check);
     if (check.ok()) load(file.get(), size, check);

@@ -75,19 +75,19 @@ public:
     };
 
     /// Checks the file `path` (in the C runtime's fopen encoding), of which the headers alone are read.
-    static Result CheckDDS(const std::string& path, const vTextureLimits& limits = vTextureLimits());
+    static Result CheckDDSFile(const std::string& path, const vTextureLimits& limits = vTextureLimits());
 
     /// Checks `size` bytes at `data`, a whole file or the start of one. They stay the caller's.
-    static Result CheckDDS(const void* data, std::uint64_t size,
-                           const vTextureLimits& limits = vTextureLimits());
+    static Result CheckDDSBuffer(const void* data, std::uint64_t size,
+                                 const vTextureLimits& limits = vTextureLimits());
 
     /// Checks the file `path`, which is read whole.
-    static Result CheckBasis(const std::string& path, const vTextureLimits& limits = vTextureLimits());
+    static Result CheckBasisFile(const std::string& path, const vTextureLimits& limits = vTextureLimits());
 
     /// As above. Passing means that TOZ::vBasisImage takes the file, and that each of its levels is
     /// transcoded to just the bytes foretold, or refused because its data are damaged.
-    static Result CheckBasis(const void* data, std::uint64_t size,
-                             const vTextureLimits& limits = vTextureLimits());
+    static Result CheckBasisBuffer(const void* data, std::uint64_t size,
+                                   const vTextureLimits& limits = vTextureLimits());
 };
 
 #if defined(_MSC_VER)

@@ -41,7 +41,7 @@ private:
 
 }  // namespace
 
-vTextureCheck::Result vTextureCheck::CheckDDS(const std::string& path, const vTextureLimits& limits) {
+vTextureCheck::Result vTextureCheck::CheckDDSFile(const std::string& path, const vTextureLimits& limits) {
     RegularFile file(path);
     if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
     std::array<unsigned char, pelto::dds::kHeadersSize> start{};
@@ -49,22 +49,22 @@ vTextureCheck::Result vTextureCheck::CheckDDS(const std::string& path, const vTe
     return pelto::check::read_dds_table(start.data(), available, file.length(), limits).result;
 }
 
-vTextureCheck::Result vTextureCheck::CheckDDS(const void* data, std::uint64_t size,
-                                              const vTextureLimits& limits) {
+vTextureCheck::Result vTextureCheck::CheckDDSBuffer(const void* data, std::uint64_t size,
+                                                    const vTextureLimits& limits) {
     const auto* const bytes = static_cast<const unsigned char*>(data);
     return pelto::check::read_dds_table(bytes, size, size, limits).result;
 }
 
-vTextureCheck::Result vTextureCheck::CheckBasis(const std::string& path, const vTextureLimits& limits) {
+vTextureCheck::Result vTextureCheck::CheckBasisFile(const std::string& path, const vTextureLimits& limits) {
     RegularFile file(path);
     if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
     const auto bytes = std::make_unique_for_overwrite<unsigned char[]>(file.length());
     const std::size_t available = file.read(bytes.get(), file.length());
-    return CheckBasis(bytes.get(), available, limits);
+    return CheckBasisBuffer(bytes.get(), available, limits);
 }
 
-vTextureCheck::Result vTextureCheck::CheckBasis(const void* data, std::uint64_t size,
-                                                const vTextureLimits& limits) {
+vTextureCheck::Result vTextureCheck::CheckBasisBuffer(const void* data, std::uint64_t size,
+                                                      const vTextureLimits& limits) {
     const auto* const bytes = static_cast<const unsigned char*>(data);
     Result result = pelto::check::check_basis_table(bytes, size, limits);
     if (!result.ok() || BorrowingImage(bytes, size).is_taken()) return result;

@@ -24,7 +24,7 @@ using Check = vTextureCheck;
 Check::Result check(const Bytes& file, const vTextureLimits& limits = vTextureLimits()) {
     Bytes exact(file);
     exact.shrink_to_fit();
-    return Check::CheckBasis(exact.data(), exact.size(), limits);
+    return Check::CheckBasisBuffer(exact.data(), exact.size(), limits);
 }
 
 // The bytes of all levels transcoded to BC3; nothing where one is refused.

@@ -24,7 +24,7 @@ protected:
 
     static void expect_unreadable(const std::string& path, const std::string& sentence) {
         for (const Check::Result& result :
-             {Check::CheckDDS(path), Check::CheckBasis(path), vDDSLevels().Map(path)}) {
+             {Check::CheckDDSFile(path), Check::CheckBasisFile(path), vDDSLevels().Map(path)}) {
             EXPECT_EQ(result.status, Check::eUnreadable);
             EXPECT_EQ(result.sentence, sentence);
             EXPECT_EQ(result.totalBytes, 0U);
@@ -34,7 +34,7 @@ protected:
 
 TEST_F(CheckFile, PassesAWholeFile) {
     const std::string path = folder_.write("a.dds", text_of(whole_));
-    const Check::Result result = Check::CheckDDS(path);
+    const Check::Result result = Check::CheckDDSFile(path);
     EXPECT_TRUE(result.ok()) << result.sentence;
     EXPECT_EQ(result.totalBytes, 10000U);
 }
@@ -42,14 +42,14 @@ TEST_F(CheckFile, PassesAWholeFile) {
 TEST_F(CheckFile, FollowsASymbolicLink) {
     folder_.write("a.dds", text_of(whole_));
     std::filesystem::create_symlink("a.dds", folder_.path("link.dds"));
-    EXPECT_TRUE(Check::CheckDDS(folder_.path("link.dds")).ok());
+    EXPECT_TRUE(Check::CheckDDSFile(folder_.path("link.dds")).ok());
     std::filesystem::create_symlink("none.dds", folder_.path("dangling.dds"));
     expect_unreadable(folder_.path("dangling.dds"), "cannot be opened: No such file or directory");
 }
 
 TEST_F(CheckFile, CountsTheFilesTrueLength) {
     const std::string path = folder_.write("a.dds", text_of(whole_).substr(0, 5000));
-    const Check::Result result = Check::CheckDDS(path);
+    const Check::Result result = Check::CheckDDSFile(path);
     EXPECT_EQ(result.status, Check::eTruncated);
     EXPECT_EQ(result.missingBytes, 10128U - 5000);
 }
@@ -72,8 +72,8 @@ TEST_F(CheckFile, RefusesADevice) {
 
 TEST_F(CheckFile, SaysThatAFileIsEmpty) {
     const std::string path = folder_.write("a.dds", "");
-    EXPECT_EQ(Check::CheckDDS(path).sentence, "is empty");
-    EXPECT_EQ(Check::CheckBasis(path).sentence, "is empty");
+    EXPECT_EQ(Check::CheckDDSFile(path).sentence, "is empty");
+    EXPECT_EQ(Check::CheckBasisFile(path).sentence, "is empty");
     EXPECT_EQ(vDDSLevels().Map(path).sentence, "is empty");
 }
 

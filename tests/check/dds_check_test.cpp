@@ -20,7 +20,7 @@ using Check = vTextureCheck;
 Check::Result check(const Bytes& file, const vTextureLimits& limits = vTextureLimits()) {
     Bytes exact(file);
     exact.shrink_to_fit();
-    return Check::CheckDDS(exact.data(), exact.size(), limits);
+    return Check::CheckDDSBuffer(exact.data(), exact.size(), limits);
 }
 
 std::uint64_t loaded_bytes(const vDDSImage& image) {
@@ -185,7 +185,7 @@ TEST(DdsCheck, AnswersTerabytesAtOnceWithoutMemoryForThem) {
     const Bytes file =
         header_bytes(fourcc_header(116).sized(0x7FFFFFFF, 0x100000).with_mips(20).with_caps2(kCubeMap));
     const AllocationRecorder recorder;
-    const Check::Result result = Check::CheckDDS(file.data(), file.size());
+    const Check::Result result = Check::CheckDDSBuffer(file.data(), file.size());
     const std::vector<std::size_t> sizes = recorder.sizes();
     EXPECT_EQ(result.status, Check::eTruncated);
     EXPECT_EQ(result.face, 0);

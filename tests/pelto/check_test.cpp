@@ -1,4 +1,6 @@
 // pelto check, run as a user runs it, and what the other subcommands do with a file that it refuses.
+#include <atomic>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -6,6 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 #include <sys/stat.h>
+#include <thread>
 #include <vector>
 
 #include "support/command.h"
@@ -134,6 +137,61 @@ TEST_F(Check, WhatItRefusesIsNotLoadedByOtherSubcommands) {
     EXPECT_EQ(transcode.status, 1);
     EXPECT_NE(transcode.err.find("cut.basis: is cut short"), std::string::npos) << transcode.err;
     EXPECT_FALSE(std::filesystem::exists(folder_.path("out.dds")));
+}
+
+// A limit on the size of files stands for a full disk: writing fails in the middle.
+TEST_F(Check, AFullDiskLeavesNoHalfWrittenFile) {
+    const std::string full = "trap '' XFSZ; ulimit -f 1";
+    const std::string basis = PELTO_BASIS_FIXTURES "/uastc_257x129.basis";
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"transcode", basis, "--usage", "bc3", "--level", "0", "-o",
+                                   folder_.path("out.dds")},
+          {"sheet", sample("bc1_mips.dds"), "-o", folder_.path("out.png")},
+          {"library", PELTO_SAMPLES "/library/library.xml", "--sheet", folder_.path("out.png")}}) {
+        const CommandResult result = run_pelto(arguments, full);
+        EXPECT_EQ(result.status, 1) << arguments.front();
+        EXPECT_NE(result.err.find(arguments.back()), std::string::npos) << result.err;
+        EXPECT_NE(result.err.find("File too large"), std::string::npos) << result.err;
+        EXPECT_TRUE(std::filesystem::is_empty(folder_.path("."))) << arguments.front();
+    }
+}
+
+TEST_F(Check, AReadOnlyPlaceForTheOutputIsToldByName) {
+    const std::string basis = PELTO_BASIS_FIXTURES "/uastc_4x4.basis";
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"transcode", basis, "--usage", "bc3", "-o", "/proc/out.dds"},
+          {"sheet", sample("bc1_mips.dds"), "-o", "/proc/out.png"}}) {
+        const CommandResult result = run_pelto(arguments);
+        EXPECT_EQ(result.status, 1) << arguments.front();
+        EXPECT_NE(result.err.find(arguments.back() + " cannot be written: "), std::string::npos)
+            << result.err;
+    }
+}
+
+TEST_F(Check, AFileThatShrinksAndGrowsMeanwhileEndsNoProcess) {
+    const std::string dds = folder_.write("a.dds", bytes_of(sample("bgra8_mips.dds")));
+    const std::string basis = folder_.write("a.basis", bytes_of(sample("uastc_alpha.basis")));
+    const std::uintmax_t dds_size = std::filesystem::file_size(dds);
+    const std::uintmax_t basis_size = std::filesystem::file_size(basis);
+    std::atomic<bool> done = false;
+    std::thread changer([&] {
+        while (!done) {
+            for (const std::uintmax_t part : {2U, 1U}) {
+                std::filesystem::resize_file(dds, dds_size / part);
+                std::filesystem::resize_file(basis, basis_size / part);
+            }
+        }
+    });
+    for (int i = 0; i < 10; ++i) {
+        for (const char* subcommand : {"check", "inspect"}) {
+            const int status = run_pelto({subcommand, dds, basis}).status;
+            EXPECT_TRUE(status == 0 || status == 1) << subcommand << ' ' << status;
+        }
+        const int trusted = run_pelto({"inspect", "--trust", dds, basis}).status;
+        EXPECT_TRUE(trusted == 0 || trusted == 1) << trusted;
+    }
+    done = true;
+    changer.join();
 }
 
 }  // namespace

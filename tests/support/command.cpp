@@ -41,11 +41,12 @@ int exit_status(int result) {
 
 }  // namespace
 
-CommandResult run_pelto(const std::vector<std::string>& arguments) {
+CommandResult run_pelto(const std::vector<std::string>& arguments, const std::string& before) {
     const TemporaryFolder folder;
     const std::string out = folder.path("out");
     const std::string err = folder.path("err");
-    std::string line = quoted(PELTO_COMMAND);
+    std::string line = before.empty() ? "" : before + "; ";
+    line += quoted(PELTO_COMMAND);
     for (const std::string& argument : arguments) line += ' ' + quoted(argument);
     line += " >" + quoted(out) + " 2>" + quoted(err);
     const int result = std::system(line.c_str());

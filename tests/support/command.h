@@ -13,8 +13,8 @@ struct CommandResult {
     std::string err;
 };
 
-/// Runs `pelto` with the arguments and waits for its end.
-CommandResult run_pelto(const std::vector<std::string>& arguments);
+/// Runs `pelto` with the arguments and waits for its end. The shell runs `before` first, in the same process.
+CommandResult run_pelto(const std::vector<std::string>& arguments, const std::string& before = "");
 
 }  // namespace support
 

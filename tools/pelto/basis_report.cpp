@@ -56,7 +56,7 @@ void report_basis(const std::string& path, BasisReport& report, Trust trust) {
     if (report.error) return;
     try {
         if (trust == Trust::kNo) {
-            const vTextureCheck::Result check = vTextureCheck::CheckBasis(path);
+            const vTextureCheck::Result check = vTextureCheck::CheckBasisFile(path);
             if (!check.ok()) {
                 describe_refused(path, check, report);
                 return;

@@ -65,7 +65,7 @@ DDSReport report_dds(const std::string& path, bool flip, bool header_only, Trust
     DDSReport report;
     report.path = path;
     if (trust == Trust::kNo) {
-        const vTextureCheck::Result check = vTextureCheck::CheckDDS(path);
+        const vTextureCheck::Result check = vTextureCheck::CheckDDSFile(path);
         const bool headers_are_good = check.ok() || check.level >= 0;
         if (header_only ? !headers_are_good : !check.ok()) {
             report.error = check.sentence;

@@ -9,5 +9,6 @@ void add_trust(CLI::App& command, Trust& trust) {
 }
 
 vTextureCheck::Result check_texture(const std::string& path, const vTextureLimits& limits) {
-    return is_basis(path) ? vTextureCheck::CheckBasis(path, limits) : vTextureCheck::CheckDDS(path, limits);
+    return is_basis(path) ? vTextureCheck::CheckBasisFile(path, limits)
+                          : vTextureCheck::CheckDDSFile(path, limits);
 }
