@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "basis_report.h"
+#include "complain.h"
 #include "dds_report.h"
 #include "print_json.h"
 #include "printable.h"
@@ -114,10 +115,6 @@ nlohmann::ordered_json json_of(const BasisReport& report) {
     object["yFlipped"] = report.file.y_flipped;
     object["transcodable"] = report.transcodable;
     return object;
-}
-
-void complain(const std::string& path, const std::string& what) {
-    std::cerr << "pelto: " << printable(path) << ": " << printable(what) << '\n';
 }
 
 struct Findings {

@@ -14,6 +14,7 @@
 #include <vSAXReader.h>
 #include <vector>
 
+#include "complain.h"
 #include "contact_sheet.h"
 #include "file_start.h"
 #include "library_handler.h"
@@ -182,10 +183,6 @@ nlohmann::ordered_json json_of(const Library& library) {
     return {{"textures", std::move(textures)},
             {"bytes", library.bytes()},
             {"problems", json_of(library.problems)}};
-}
-
-void complain(const std::string& path, const std::string& what) {
-    std::cerr << "pelto: " << printable(path) << ": " << printable(what) << '\n';
 }
 
 // Of the textures that could be loaded.

@@ -8,6 +8,7 @@
 #include <vSAXReader.h>
 #include <vector>
 
+#include "complain.h"
 #include "file_start.h"
 #include "outline_handler.h"
 #include "print_json.h"
@@ -60,7 +61,7 @@ nlohmann::ordered_json json_of(const OutlineElement& element) {
 
 ExitStatus outline(const Options& options) {
     if (const std::optional<std::string> reason = why_unreadable(options.document)) {
-        std::cerr << "pelto: " << printable(options.document) << ": " << *reason << '\n';
+        complain(options.document, *reason);
         return kExitFailure;
     }
     const auto handler = OXAVar<Handler>::Adopt(new Handler);

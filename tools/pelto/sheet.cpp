@@ -1,14 +1,13 @@
 #include "sheet.h"
 
-#include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "complain.h"
 #include "contact_sheet.h"
 #include "print_json.h"
-#include "printable.h"
 #include "texture_check.h"
 
 namespace {
@@ -23,10 +22,8 @@ struct Options {
     bool json = false;
 };
 
-void complain(const std::vector<SheetRemark>& remarks) {
-    for (const SheetRemark& remark : remarks) {
-        std::cerr << "pelto: " << printable(remark.path) << ": " << printable(remark.text) << '\n';
-    }
+void complain_of(const std::vector<SheetRemark>& remarks) {
+    for (const SheetRemark& remark : remarks) complain(remark.path, remark.text);
 }
 
 nlohmann::ordered_json json_of(const PlacedImage& image) {
@@ -59,8 +56,8 @@ ExitStatus make_sheet(const Options& options) {
     std::vector<SheetEntry> entries;
     for (const std::string& file : options.files) entries.push_back({file, file, options.choice});
     const SheetReport report = make_contact_sheet(entries, options.exposure, options.output);
-    complain(report.warnings);
-    complain(report.errors);
+    complain_of(report.warnings);
+    complain_of(report.errors);
     if (options.json) print_json(json_of(report));
     return report.errors.empty() ? kExitSuccess : kExitFailure;
 }

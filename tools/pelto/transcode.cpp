@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
-#include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -13,9 +12,9 @@
 
 #include "basis_blocks.h"
 #include "basis_usage.h"
+#include "complain.h"
 #include "dds_writer.h"
 #include "print_json.h"
-#include "printable.h"
 #include "progress.h"
 #include "whole_file.h"
 
@@ -114,11 +113,10 @@ void transcode_slices(const BasisReport& report, const Options& options, nlohman
 }
 
 ExitStatus transcode(const Options& options) {
-    const std::string where = "pelto: " + printable(options.file) + ": ";
     BasisReport report;
     report_transcodable_basis(options.file, report, options.trust);
     if (report.error) {
-        std::cerr << where << printable(*report.error) << '\n';
+        complain(options.file, *report.error);
         return kExitFailure;
     }
     ExitStatus status = kExitSuccess;
@@ -126,7 +124,7 @@ ExitStatus transcode(const Options& options) {
     try {
         transcode_slices(report, options, written);
     } catch (const std::runtime_error& error) {
-        std::cerr << where << error.what() << '\n';
+        complain(options.file, error.what());
         status = kExitFailure;
     }
     if (options.json) print_json(written);

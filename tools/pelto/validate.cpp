@@ -8,6 +8,7 @@
 #include <vSAXReader.h>
 #include <vector>
 
+#include "complain.h"
 #include "file_start.h"
 #include "print_json.h"
 #include "printable.h"
@@ -104,9 +105,7 @@ ExitStatus validate(const Options& options) {
     ExitStatus status = kExitSuccess;
     nlohmann::ordered_json objects = nlohmann::ordered_json::array();
     for (const Verdict& verdict : verdicts(options)) {
-        if (verdict.unreadable) {
-            std::cerr << "pelto: " << printable(verdict.path) << ": " << *verdict.unreadable << '\n';
-        }
+        if (verdict.unreadable) complain(verdict.path, *verdict.unreadable);
         if (!verdict.good()) status = kExitFailure;
         if (options.json) {
             objects.push_back(json_of(verdict));
