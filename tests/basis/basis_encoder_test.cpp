@@ -1,7 +1,10 @@
 // The encoder has a transcoder of its own, of another release: its blocks are the same.
+#include <algorithm>
 #include <cstdio>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include "basis/basis_check.h"
 #include "basis/fixture_files.h"
@@ -18,11 +21,17 @@ std::string unpacked(const std::string& name, const std::string& format, unsigne
     return basis_fixtures::made_path(name + "_" + format + number);
 }
 
+std::vector<basis_fixtures::Fixture> fixtures_of_2d_images() {
+    std::vector<basis_fixtures::Fixture> fixtures;
+    std::copy_if(std::begin(basis_fixtures::kFixtures), std::end(basis_fixtures::kFixtures),
+                 std::back_inserter(fixtures), basis_fixtures::is_2d);
+    return fixtures;
+}
+
 class BasisEncoder : public testing::TestWithParam<basis_fixtures::Fixture> {};
 
 TEST_P(BasisEncoder, UnpacksToTheSameBlocks) {
     const std::string name = GetParam().name;
-    if (!basis_fixtures::is_2d(GetParam())) GTEST_SKIP() << "not a file of 2D images";
     vBasisImage image;
     hold(image, basis_fixtures::made(name));
     ASSERT_EQ(image.getNumSlices(), GetParam().images);
@@ -52,7 +61,7 @@ TEST_P(BasisEncoder, UnpacksToTheSameBlocks) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Fixtures, BasisEncoder, testing::ValuesIn(basis_fixtures::kFixtures),
+INSTANTIATE_TEST_SUITE_P(Fixtures, BasisEncoder, testing::ValuesIn(fixtures_of_2d_images()),
                          [](const auto& test) { return std::string(test.param.name); });
 
 }  // namespace
