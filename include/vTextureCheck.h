@@ -81,7 +81,7 @@ public:
     static Result CheckDDSBuffer(const void* data, std::uint64_t size,
                                  const vTextureLimits& limits = vTextureLimits());
 
-    /// Checks the file `path`, which is read whole.
+    /// Checks the file `path`, which is read whole where its header is that of a .basis file.
     static Result CheckBasisFile(const std::string& path, const vTextureLimits& limits = vTextureLimits());
 
     /// As above. Passing means that TOZ::vBasisImage takes the file, and that each of its levels is

@@ -37,7 +37,7 @@ constexpr Field kSelectorsSize = {54, 3};
 constexpr Field kTablesOffset = {57, 4};
 constexpr Field kTablesSize = {61, 4};
 constexpr Field kSliceTableOffset = {65, 4};
-constexpr std::size_t kHeaderEnd = 77;
+constexpr std::size_t kHeaderEnd = kBasisHeaderSize;
 
 // Of an entry in the table of slices.
 constexpr Field kImage = {0, 3};
@@ -105,26 +105,11 @@ public:
         if (const auto fault = header_fault()) return *fault;
         if (const auto fault = section_fault()) return *fault;
         if (const auto fault = slices_fault()) return *fault;
+        if (const auto fault = texture_type_fault()) return *fault;
         Result result;
         result.totalBytes = total_;
         return result;
     }
-
-private:
-    std::uint32_t number(Field field, std::uint64_t entry = 0) const {
-        std::uint32_t value = 0;
-        for (std::size_t i = field.bytes; i-- > 0;) value = value << 8 | data_[entry + field.offset + i];
-        return value;
-    }
-
-    static Result malformed(std::uint64_t offset, std::string sentence) {
-        sentence += ", at byte " + std::to_string(offset);
-        return failure(vTextureCheck::eMalformedTable, offset, std::move(sentence));
-    }
-
-    bool etc1s() const { return number(kCodec) == kETC1S; }
-    bool has_flag(std::uint32_t flag) const { return (number(kFlags) & flag) != 0; }
-    bool has_alpha_entries() const { return etc1s() && has_flag(kFlagAlpha); }
 
     std::optional<Result> header_fault() const {
         const std::string_view start(reinterpret_cast<const char*>(data_), std::min(size_, std::uint64_t{2}));
@@ -146,11 +131,6 @@ private:
         if (number(kTextureType) >= kTextureTypes.size()) {
             return malformed(kTextureType.offset, "it has no known texture type");
         }
-        if (number(kTextureType) >= k2DTypes) {
-            return failure(vTextureCheck::eUnsupportedFormat, kTextureType.offset,
-                           std::string("is a ").append(kTextureTypes[number(kTextureType)]) +
-                               ": only 2D textures and arrays of them are transcoded");
-        }
         if (has_flag(kFlagETC1S) != etc1s()) {
             return malformed(kFlags.offset, "its flags contradict its codec");
         }
@@ -160,6 +140,22 @@ private:
         }
         return std::nullopt;
     }
+
+private:
+    std::uint32_t number(Field field, std::uint64_t entry = 0) const {
+        std::uint32_t value = 0;
+        for (std::size_t i = field.bytes; i-- > 0;) value = value << 8 | data_[entry + field.offset + i];
+        return value;
+    }
+
+    static Result malformed(std::uint64_t offset, std::string sentence) {
+        sentence += ", at byte " + std::to_string(offset);
+        return failure(vTextureCheck::eMalformedTable, offset, std::move(sentence));
+    }
+
+    bool etc1s() const { return number(kCodec) == kETC1S; }
+    bool has_flag(std::uint32_t flag) const { return (number(kFlags) & flag) != 0; }
+    bool has_alpha_entries() const { return etc1s() && has_flag(kFlagAlpha); }
 
     static Result unsupported(Field field, const char* what, std::uint32_t value) {
         return failure(vTextureCheck::eUnsupportedFormat, field.offset,
@@ -256,6 +252,15 @@ private:
         return lost;
     }
 
+    // The last thing to look at: of a file that passes otherwise, it is all that is wrong.
+    std::optional<Result> texture_type_fault() const {
+        const std::uint32_t type = number(kTextureType);
+        if (type < k2DTypes) return std::nullopt;
+        return failure(vTextureCheck::eUnsupportedFormat, kTextureType.offset,
+                       std::string("is a ").append(kTextureTypes[type]) +
+                           ": only 2D textures and arrays of them are transcoded");
+    }
+
     std::uint64_t level_bytes(std::uint64_t entry) const {
         return kBytesPerBlock * number(kBlocksAcross, entry) * number(kBlocksDown, entry);
     }
@@ -293,6 +298,10 @@ private:
 };
 
 }  // namespace
+
+std::optional<Result> basis_header_fault(const unsigned char* header, std::uint64_t length) {
+    return BasisCheck(header, length, vTextureLimits()).header_fault();
+}
 
 Result check_basis_table(const unsigned char* data, std::uint64_t size, const vTextureLimits& limits) {
     return BasisCheck(data, size, limits).run();

@@ -2,11 +2,18 @@
 #ifndef PELTO_CHECK_BASIS_TABLE_H
 #define PELTO_CHECK_BASIS_TABLE_H
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 
 #include "vTextureCheck.h"
 
 namespace pelto::check {
+
+constexpr std::size_t kBasisHeaderSize = 77;
+
+/// What the header alone, kBasisHeaderSize bytes at `header`, says against a file of `length` bytes.
+std::optional<vTextureCheck::Result> basis_header_fault(const unsigned char* header, std::uint64_t length);
 
 /// Looks at everything but the compressed data themselves.
 vTextureCheck::Result check_basis_table(const unsigned char* data, std::uint64_t size,

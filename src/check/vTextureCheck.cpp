@@ -58,6 +58,10 @@ vTextureCheck::Result vTextureCheck::CheckDDSBuffer(const void* data, std::uint6
 vTextureCheck::Result vTextureCheck::CheckBasisFile(const std::string& path, const vTextureLimits& limits) {
     RegularFile file(path);
     if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
+    std::array<unsigned char, pelto::check::kBasisHeaderSize> header{};
+    if (file.read(header.data(), header.size()) == header.size()) {
+        if (const auto fault = pelto::check::basis_header_fault(header.data(), file.length())) return *fault;
+    }
     const auto bytes = std::make_unique_for_overwrite<unsigned char[]>(file.length());
     const std::size_t available = file.read(bytes.get(), file.length());
     return CheckBasisBuffer(bytes.get(), available, limits);

@@ -178,6 +178,15 @@ TEST(BasisCheckFile, PlacesWhatIsWrongInTheTableOfSlices) {
     }
 }
 
+// What is a cube map, and nothing else, is whole.
+TEST(BasisCheckFile, TellsOfDamageBeforeTheTextureType) {
+    const Bytes file = made("uastc_cube_map");
+    ASSERT_EQ(check(file).status, Check::eUnsupportedFormat);
+    EXPECT_EQ(check(Bytes(file.begin(), file.end() - 1)).status, Check::eTruncated);
+    EXPECT_EQ(check(with(file, header::kTableOffset, 0xFFFFFFF0)).status, Check::eMalformedTable);
+    EXPECT_EQ(check(with_slice(file, 1, slice::kWidth, 0)).status, Check::eAbsurdSize);
+}
+
 TEST(BasisCheckFile, RefusesAlphaWithoutItsColour) {
     const Bytes file = made("etc1s_alpha_mips");
     EXPECT_EQ(check(with_slice(file, 0, slice::kFlags, kSliceFlagAlpha)).status, Check::eMalformedTable);

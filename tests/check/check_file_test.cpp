@@ -1,4 +1,5 @@
 // vTextureCheck and vDDSLevels on files given by their paths.
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -75,6 +76,18 @@ TEST_F(CheckFile, SaysThatAFileIsEmpty) {
     EXPECT_EQ(Check::CheckDDSFile(path).sentence, "is empty");
     EXPECT_EQ(Check::CheckBasisFile(path).sentence, "is empty");
     EXPECT_EQ(vDDSLevels().Map(path).sentence, "is empty");
+}
+
+// A file with a hole of a tebibyte takes no room on the disk. Memory for it could not be had.
+TEST_F(CheckFile, ReadsNoMoreThanTheHeaderOfWhatIsNoBasisFile) {
+    const std::string path = folder_.write("a.basis", text_of(whole_));
+    std::filesystem::resize_file(path, std::uintmax_t{1} << 40);
+    EXPECT_EQ(Check::CheckBasisFile(path).status, Check::eNotThisKind);
+    folder_.write("a.basis", std::string("sB").append(100, '\0'));
+    std::filesystem::resize_file(path, std::uintmax_t{1} << 40);
+    const Check::Result result = Check::CheckBasisFile(path);
+    EXPECT_EQ(result.status, Check::eAbsurdSize);
+    EXPECT_EQ(result.sentence, "has 4 GiB or more, which no .basis file has");
 }
 
 TEST_F(CheckFile, MapsAFileWhoseLevelsOutliveItsName) {

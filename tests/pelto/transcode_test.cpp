@@ -263,6 +263,25 @@ TEST(InspectBasis, GoesByContentNotByName) {
     EXPECT_NE(result.out.find("UASTC LDR 4x4"), std::string::npos) << result.out;
 }
 
+TEST(InspectBasis, RefusesADamagedCubeMap) {
+    const std::string cube = bytes_of(fixture("uastc_cube_map"));
+    std::string version = cube;
+    version[2] = 0x77;
+    std::string table = cube;
+    table.replace(65, 4, "\xFF\xFF\xFF\xFF");
+    const TemporaryFolder folder;
+    const std::string cut_path = folder.write("cut.basis", cube.substr(0, cube.size() - 1));
+    const std::string version_path = folder.write("version.basis", version);
+    const std::string table_path = folder.write("table.basis", table);
+    const CommandResult result = run_pelto({"inspect", cut_path, version_path, table_path});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "");
+    for (const char* const told : {"cut.basis: is cut short: ", "version.basis: the version 119 at byte 2",
+                                   "table.basis: its table of slices lies outside the file"}) {
+        EXPECT_NE(result.err.find(told), std::string::npos) << result.err;
+    }
+}
+
 TEST(InspectBasis, SaysWhatIsWrongWithADamagedFile) {
     const TemporaryFolder folder;
     const std::string cut = folder.write("cut.basis", bytes_of(fixture("uastc_4x4")).substr(0, 90));

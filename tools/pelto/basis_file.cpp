@@ -14,7 +14,6 @@ namespace {
 constexpr std::size_t kTotalImages = 17;
 constexpr std::size_t kTexFormat = 20;
 constexpr std::size_t kFlags = 21;
-constexpr std::size_t kTexType = 23;
 constexpr std::size_t kSliceTableOffset = 65;
 constexpr std::size_t kTotalSlices = 14;
 constexpr std::size_t kHeaderSize = 77;
@@ -35,7 +34,6 @@ constexpr std::array kCodecs = {
     "ASTC LDR 8x6",    "ASTC LDR 10x5",    "ASTC LDR 10x6",    "ASTC LDR 8x8",     "ASTC LDR 10x8",
     "ASTC LDR 10x10",  "ASTC LDR 12x10",   "ASTC LDR 12x12"};
 constexpr std::array kTextureTypes = {"2D", "2D array", "cube map", "video", "volume"};
-constexpr std::size_t kFirstOtherTextureType = 2;
 
 template <std::size_t N>
 std::string name_of(const std::array<const char*, N>& names, std::uint32_t number) {
@@ -49,11 +47,6 @@ std::uint32_t number_at(const unsigned char* data, std::size_t bytes) {
 }
 
 }  // namespace
-
-bool BasisFile::has_other_texture_type() const {
-    return std::find(kTextureTypes.begin() + kFirstOtherTextureType, kTextureTypes.end(), texture_type) !=
-           kTextureTypes.end();
-}
 
 std::uint32_t BasisFile::level_count(std::uint32_t slice) const {
     return static_cast<std::uint32_t>(std::count_if(
@@ -79,7 +72,7 @@ BasisFile describe_basis(const unsigned char* data, std::size_t size) {
     if (size < kHeaderSize) return file;
     const std::uint32_t flags = number_at(data + kFlags, 2);
     file.codec = name_of(kCodecs, data[kTexFormat]);
-    file.texture_type = name_of(kTextureTypes, data[kTexType]);
+    file.texture_type = name_of(kTextureTypes, data[kBasisTextureType]);
     file.alpha = flags & kFileHasAlpha;
     file.y_flipped = flags & kFileYFlipped;
     file.srgb = flags & kFileSRGB;

@@ -3,9 +3,13 @@
 #ifndef PELTO_TOOL_BASIS_FILE_H
 #define PELTO_TOOL_BASIS_FILE_H
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
+
+/// Where a file says whether it is a 2D texture, a cube map, a video or a volume: bytes from its start.
+constexpr std::size_t kBasisTextureType = 23;
 
 struct BasisLevel {
     std::uint32_t slice = 0;
@@ -22,9 +26,6 @@ struct BasisFile {
     bool srgb = false;
     std::uint32_t slices = 0;
     std::vector<BasisLevel> levels;  // of all slices, in the file's order
-
-    /// Whether it is a cube map, a video or a volume.
-    bool has_other_texture_type() const;
 
     std::uint32_t level_count(std::uint32_t slice) const;
     const BasisLevel* find(std::uint32_t slice, std::uint32_t level) const;

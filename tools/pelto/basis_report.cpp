@@ -32,11 +32,12 @@ void describe(const unsigned char* data, std::size_t size, BasisReport& report) 
 
 // Of a file that a check refuses: its header and table, where its texture type is all that is wrong.
 void describe_refused(const std::string& path, const vTextureCheck::Result& check, BasisReport& report) {
-    if (check.status == vTextureCheck::eUnsupportedFormat) {
-        const std::string contents = contents_of(path);
-        describe(reinterpret_cast<const unsigned char*>(contents.data()), contents.size(), report);
+    if (check.status != vTextureCheck::eUnsupportedFormat || check.offset != kBasisTextureType) {
+        report.error = check.sentence;
+        return;
     }
-    if (!report.file.has_other_texture_type()) report.error = check.sentence;
+    const std::string contents = contents_of(path);
+    describe(reinterpret_cast<const unsigned char*>(contents.data()), contents.size(), report);
 }
 
 void load(const std::string& path, BasisReport& report) {
