@@ -168,6 +168,26 @@ TEST_F(Check, AReadOnlyPlaceForTheOutputIsToldByName) {
     }
 }
 
+TEST_F(Check, APipeOrDeviceIsNotReplacedByAnOutput) {
+    const std::string pipe = folder_.path("pipe.dds");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const std::string basis = PELTO_BASIS_FIXTURES "/uastc_4x4.basis";
+    const CommandResult result = run_pelto({"transcode", basis, "--usage", "bc3", "-o", pipe});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find(pipe + " cannot be written: it is not a regular file"), std::string::npos)
+        << result.err;
+    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+}
+
+TEST_F(Check, AnOutputWhoseNameIsTooLongIsToldInThePlainWords) {
+    const std::string path = folder_.path(std::string(300, 'a'));
+    const CommandResult result =
+        run_pelto({"transcode", PELTO_BASIS_FIXTURES "/uastc_4x4.basis", "--usage", "bc3", "-o", path});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find(path + " cannot be written: File name too long\n"), std::string::npos)
+        << result.err;
+}
+
 TEST_F(Check, AFileThatShrinksAndGrowsMeanwhileEndsNoProcess) {
     const std::string dds = folder_.write("a.dds", bytes_of(sample("bgra8_mips.dds")));
     const std::string basis = folder_.write("a.basis", bytes_of(sample("uastc_alpha.basis")));

@@ -14,9 +14,11 @@
 
 namespace {
 
-[[noreturn]] void fail(const std::string& path, int error) {
-    throw std::runtime_error(printable(path) + " cannot be written: " + std::strerror(error));
+[[noreturn]] void fail(const std::string& path, const char* why) {
+    throw std::runtime_error(printable(path) + " cannot be written: " + why);
 }
+
+[[noreturn]] void fail(const std::string& path, int error) { fail(path, std::strerror(error)); }
 
 // mkstemp's files are for their owner alone; these are to be like any other file of the user.
 mode_t usual_mode() {
@@ -28,7 +30,13 @@ mode_t usual_mode() {
 }  // namespace
 
 WholeFile::WholeFile(std::string path) : path_(std::move(path)), temporary_(path_ + ".XXXXXX") {
-    if (std::filesystem::is_directory(path_)) fail(path_, EISDIR);
+    // A file that takes the name of a pipe or a device ends it for everyone.
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path_, error);
+    if (std::filesystem::is_directory(status)) fail(path_, EISDIR);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        fail(path_, "it is not a regular file");
+    }
     file_ = ::mkstemp(temporary_.data());
     if (file_ < 0) fail(path_, errno);
 }
