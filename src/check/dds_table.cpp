@@ -115,10 +115,11 @@ std::uint64_t slice_bytes(const PixelLayout& layout, std::uint64_t width, std::u
     return product(product(width, height), pixel);
 }
 
-// The loader counts the blocks of a slice in 32 bits.
+// The loader counts the blocks of a slice in 32 bits, and its other pixels by their bits, in 64.
 bool is_countable(const PixelLayout& layout, const vDDSLevel& level) {
     const std::uint64_t slice = slice_bytes(layout, level.width, level.height);
-    return level.bytes != kUncountable && !(layout.compressed && slice > UINT32_MAX);
+    const std::uint64_t most = layout.compressed ? UINT32_MAX : UINT64_MAX / 8;
+    return level.bytes != kUncountable && slice <= most;
 }
 
 std::vector<vDDSLevel> levels_of(const Headers& headers, const PixelLayout& layout, int faces) {

@@ -206,6 +206,15 @@ TEST(DdsCheck, RefusesBlocksThatTheLoaderCannotCountIn32Bits) {
               Check::eTruncated);
 }
 
+// 2^57 pixels of 128 bits are 2^64 bits, of which 64 bits keep nothing.
+TEST(DdsCheck, RefusesPixelsWhoseBitsTheLoaderCannotCountIn64Bits) {
+    const FileHeader header = fourcc_header(116);
+    EXPECT_EQ(check(header_bytes(header.sized(1U << 29, 1U << 28))).status, Check::eAbsurdSize);
+    const Check::Result largest = check(header_bytes(header.sized((1U << 29) - 1, 1U << 28)));
+    EXPECT_EQ(largest.status, Check::eTruncated);
+    EXPECT_EQ(largest.totalBytes, ((std::uint64_t{1} << 29) - 1) << 32);
+}
+
 TEST(DdsCheck, RefusesSizesThatOverflow64Bits) {
     const FileHeader wide = fourcc_header(116).sized(0x7FFFFFFF, 0x7FFFFFFF);
     EXPECT_EQ(check(header_bytes(wide)).status, Check::eAbsurdSize);
