@@ -23,6 +23,7 @@ namespace {
 using Status = struct _stat64;
 
 std::FILE* open_file(const char* path) { return std::fopen(path, "rb"); }
+bool read_status(const char* path, Status& status) { return _stat64(path, &status) == 0; }
 bool read_status(std::FILE* file, Status& status) { return _fstat64(_fileno(file), &status) == 0; }
 bool is_directory(const Status& status) { return (status.st_mode & _S_IFMT) == _S_IFDIR; }
 bool is_regular(const Status& status) { return (status.st_mode & _S_IFMT) == _S_IFREG; }
@@ -31,7 +32,7 @@ bool is_regular(const Status& status) { return (status.st_mode & _S_IFMT) == _S_
 
 using Status = struct stat;
 
-// Opening a pipe must not wait for its other end.
+// Opening a pipe, which may have come since, must not wait for its other end.
 std::FILE* open_file(const char* path) {
     const int descriptor = open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) return nullptr;
@@ -39,30 +40,42 @@ std::FILE* open_file(const char* path) {
     if (!file) close(descriptor);
     return file;
 }
+bool read_status(const char* path, Status& status) { return stat(path, &status) == 0; }
 bool read_status(std::FILE* file, Status& status) { return fstat(fileno(file), &status) == 0; }
 bool is_directory(const Status& status) { return S_ISDIR(status.st_mode); }
 bool is_regular(const Status& status) { return S_ISREG(status.st_mode); }
 
 #endif
 
+std::string why_not_regular(const Status& status) {
+    if (is_directory(status)) return "is a directory";
+    return is_regular(status) ? "" : "is not a regular file: its length cannot be told";
+}
+
+std::string with_reason(const char* what) {
+    return std::string(what).append(": ").append(std::strerror(errno));
+}
+
 }  // namespace
 
-RegularFile::RegularFile(const std::string& path) : file_(open_file(path.c_str())) {
+RegularFile::RegularFile(const std::string& path) {
     Status status{};
+    if (read_status(path.c_str(), status)) fault_ = why_not_regular(status);
+    if (!fault_.empty()) return;
+    file_.reset(open_file(path.c_str()));
     if (!file_ || !read_status(file_.get(), status)) {
-        fault_ = std::string("cannot be opened: ").append(std::strerror(errno));
-    } else if (is_directory(status)) {
-        fault_ = "is a directory";
-    } else if (!is_regular(status)) {
-        fault_ = "is not a regular file: its length cannot be told";
-    } else {
-        length_ = static_cast<std::uint64_t>(status.st_size);
+        fault_ = with_reason("cannot be opened");
+        return;
     }
+    fault_ = why_not_regular(status);
+    length_ = static_cast<std::uint64_t>(status.st_size);
 }
 
 std::size_t RegularFile::read(void* to, std::size_t n) {
     std::rewind(file_.get());
-    return std::fread(to, 1, n, file_.get());
+    const std::size_t count = std::fread(to, 1, n, file_.get());
+    if (std::ferror(file_.get())) fault_ = with_reason("cannot be read");
+    return count;
 }
 
 #if defined(_WIN32)

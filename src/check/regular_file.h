@@ -10,19 +10,20 @@
 
 namespace pelto::check {
 
-/// Opens a file for reading. Links are followed.
+/// Opens a file for reading. Links are followed. What is no file is not opened: to open some devices is to
+/// set them off, and a pipe's writer would find a reader that leaves.
 class RegularFile {
 public:
     explicit RegularFile(const std::string& path);
 
-    /// Why no bytes can be had, for a person; empty when they can.
+    /// Why no bytes can be had, for a person; empty when they can. Also when the last read failed.
     const std::string& fault() const { return fault_; }
 
     /// Bytes, as of the time when it was opened.
     std::uint64_t length() const { return length_; }
 
     /// Copies up to `n` bytes from the start, and returns how many there were: fewer when the file has
-    /// shrunk.
+    /// shrunk, and when reading fails.
     std::size_t read(void* to, std::size_t n);
 
     /// Maps the whole file for reading; null when that cannot be done, and for an empty file. Whoever holds

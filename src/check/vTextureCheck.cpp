@@ -46,6 +46,7 @@ vTextureCheck::Result vTextureCheck::CheckDDSFile(const std::string& path, const
     if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
     std::array<unsigned char, pelto::dds::kHeadersSize> start{};
     const std::size_t available = file.read(start.data(), start.size());
+    if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
     return pelto::check::read_dds_table(start.data(), available, file.length(), limits).result;
 }
 
@@ -64,6 +65,7 @@ vTextureCheck::Result vTextureCheck::CheckBasisFile(const std::string& path, con
     }
     const auto bytes = std::make_unique_for_overwrite<unsigned char[]>(file.length());
     const std::size_t available = file.read(bytes.get(), file.length());
+    if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
     return CheckBasisBuffer(bytes.get(), available, limits);
 }
 

@@ -4,7 +4,10 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 #include <vDDSLevels.h>
 #include <vTextureCheck.h>
 
@@ -70,6 +73,27 @@ TEST_F(CheckFile, RefusesAPipeWithoutWaitingForIt) {
 TEST_F(CheckFile, RefusesADevice) {
     expect_unreadable("/dev/zero", "is not a regular file: its length cannot be told");
 }
+
+TEST_F(CheckFile, RefusesASocket) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const std::string path = folder_.path("socket.dds");
+    ASSERT_LT(path.size(), sizeof address.sun_path);
+    path.copy(address.sun_path, path.size());
+    const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_EQ(bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    expect_unreadable(path, "is not a regular file: its length cannot be told");
+    close(listener);
+}
+
+#if defined(__linux__)
+// The process's own memory, of which nothing lies at address 0.
+TEST_F(CheckFile, SaysThatReadingFailed) {
+    const Check::Result result = Check::CheckDDSFile("/proc/self/mem");
+    EXPECT_EQ(result.status, Check::eUnreadable);
+    EXPECT_EQ(result.sentence, "cannot be read: Input/output error");
+}
+#endif
 
 TEST_F(CheckFile, SaysThatAFileIsEmpty) {
     const std::string path = folder_.write("a.dds", "");
