@@ -60,6 +60,12 @@ constexpr std::uint32_t kFlagAlpha = 4;
 constexpr std::uint32_t kFlagGlobalCodebook = 8;
 constexpr std::uint32_t kSliceFlagAlpha = 1;
 
+// Of blocks in the file, in codecs that store each whole.
+constexpr std::uint64_t kBytesPerStoredBlock = 16;
+constexpr std::uint32_t kUASTC = 1;
+constexpr std::uint32_t kASTCHDR6x6 = 3;
+constexpr std::uint32_t kFirstASTC = 19;
+
 // Of a level transcoded to BC3 or BC5. The loader counts them in 31 bits.
 constexpr std::uint64_t kBytesPerBlock = 16;
 constexpr std::uint64_t kMostLevelBytes = INT32_MAX;
@@ -155,6 +161,10 @@ private:
 
     bool etc1s() const { return number(kCodec) == kETC1S; }
     bool has_flag(std::uint32_t flag) const { return (number(kFlags) & flag) != 0; }
+    bool stores_whole_blocks() const {
+        const std::uint32_t codec = number(kCodec);
+        return (codec >= kUASTC && codec <= kASTCHDR6x6) || codec >= kFirstASTC;
+    }
     bool has_alpha_entries() const { return etc1s() && has_flag(kFlagAlpha); }
 
     static Result unsupported(Field field, const char* what, std::uint32_t value) {
@@ -236,6 +246,10 @@ private:
             if (!lies_within(end, 0)) {
                 return malformed(entry + kDataOffset.offset, "the data of a slice lie outside the file");
             }
+            if (stores_whole_blocks() &&
+                number(kSliceDataSize, entry) < kBytesPerStoredBlock * blocks(entry)) {
+                return malformed(entry + kSliceDataSize.offset, "a slice has fewer bytes than its blocks");
+            }
             if (end > size_ && !lost) {
                 lost = missing("level " + std::to_string(level) + " of slice " + std::to_string(image), end);
                 lost->face = static_cast<int>(image);
@@ -261,9 +275,11 @@ private:
                            ": only 2D textures and arrays of them are transcoded");
     }
 
-    std::uint64_t level_bytes(std::uint64_t entry) const {
-        return kBytesPerBlock * number(kBlocksAcross, entry) * number(kBlocksDown, entry);
+    std::uint64_t blocks(std::uint64_t entry) const {
+        return std::uint64_t{number(kBlocksAcross, entry)} * number(kBlocksDown, entry);
     }
+
+    std::uint64_t level_bytes(std::uint64_t entry) const { return kBytesPerBlock * blocks(entry); }
 
     std::optional<Result> extent_fault(std::uint64_t entry) const {
         const BlockExtent block = block_extent(number(kCodec));
