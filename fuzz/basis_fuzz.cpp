@@ -1,5 +1,6 @@
-// vBasisImage on any bytes: holds them in a block of exactly their size, asks for everything, and for every
-// level of the first slices in one usage, which is drawn from the bytes.
+// vTextureCheck, then vBasisImage, on any bytes: holds them in a block of exactly their size, asks for
+// everything, and for every level of the first slices in one usage, which is drawn from the bytes. What the
+// check passes, the loader takes, and its levels have just the bytes foretold.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -9,6 +10,9 @@
 #include <numeric>
 #include <set>
 #include <vBasisImage.h>
+#include <vTextureCheck.h>
+
+#include "fuzz_input.h"
 
 namespace {
 
@@ -49,23 +53,41 @@ void release_what_is_left() {
     recorded().clear();
 }
 
+// The check foretells blocks of 16 bytes; these two usages have blocks of 8.
+std::uint64_t bytes_foretold(unsigned int bytes, TOZ::EUsageFormat usage) {
+    const bool half = usage == TOZ::eUsageFormatBC1 || usage == TOZ::eUsageFormatBC4;
+    return std::uint64_t{bytes} * (half ? 2 : 1);
+}
+
 void ask_for_everything(const std::uint8_t* data, std::size_t size) {
     auto* const held = new unsigned char[size];
     if (size > 0) std::memcpy(held, data, size);
     TOZ::vBasisImage image;
     image.setBasisFileRawData(held, static_cast<unsigned int>(size));
-    image.isValidHeader();
+    const vTextureCheck::Result check = vTextureCheck::CheckBasisBuffer(held, size);
+    require(check.ok() == check.sentence.empty(), "a refusal has a reason");
+    const bool taken = image.isValidHeader() && image.getNumMipLevels() > 0;
+    require(!check.ok() || taken, "what passes is loaded");
     const unsigned int drawn = std::accumulate(data, data + size, 0u);
     const auto usage = static_cast<TOZ::EUsageFormat>(TOZ::eUsageFormatBC1 + drawn % 5);
     const auto slices = static_cast<unsigned int>(std::clamp(image.getNumSlices(), 0, 3));
     const auto levels = static_cast<unsigned int>(std::clamp(image.getNumMipLevels(), 0, 17));
+    std::uint64_t got_bytes = 0;
+    unsigned int got_levels = 0;
     for (unsigned int slice = 0; slice <= slices; ++slice) {
         for (unsigned int level = 0; level <= levels; ++level) {
             unsigned char* blocks = nullptr;
             unsigned int bytes = 0;
-            if (image.getImage(level, slice, blocks, bytes, usage)) delete[] blocks;
+            if (!image.getImage(level, slice, blocks, bytes, usage)) continue;
+            delete[] blocks;
+            got_bytes += bytes_foretold(bytes, usage);
+            ++got_levels;
         }
     }
+    if (!check.ok()) return;
+    require(got_bytes <= check.totalBytes, "levels have no more bytes than foretold");
+    const bool all = image.getNumSlices() == 1 && got_levels == levels;
+    require(!all || got_bytes == check.totalBytes, "all levels have the bytes foretold");
 }
 
 }  // namespace
