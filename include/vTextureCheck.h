@@ -6,7 +6,8 @@
 // the same bytes.
 //
 // Hostile files: safe on any bytes. No operation reads outside the given bytes. Memory does not grow with
-// what a header claims; time is bounded by the file's real length. A file may still be replaced between the
+// what a header claims, but for the codebooks of a .basis file, whose headers cannot ask for more than a few
+// MiB; time is bounded by the file's real length. A file may still be replaced between the
 // check and the load: hold its bytes in memory, check them there, and load them from there, where that
 // matters.
 //
@@ -51,7 +52,7 @@ public:
         EStatus status = eOk;
 
         /// Where it failed: bytes from the start of the file, of the field or table entry that is wrong, or
-        /// of the first byte that is missing.
+        /// of the first byte that is missing; 0 where no place can be told.
         std::uint64_t offset = 0;
 
         /// Bytes that are promised beyond the end of the file, where it is truncated.
@@ -64,7 +65,7 @@ public:
 
         /// DDS: the bytes of all levels of all faces, which a load allocates for pixels. .basis: the bytes of
         /// all levels of all slices transcoded to blocks of 16 bytes (BC3 and BC5; BC1 and BC4 take half). 0
-        /// while the headers have not been understood.
+        /// while the headers have not been understood, UINT64_MAX where they promise more than can be counted.
         std::uint64_t totalBytes = 0;
 
         /// What is wrong, for a person, to be put after the file's name: "is cut short: ...". Empty when
@@ -85,7 +86,8 @@ public:
     static Result CheckBasisFile(const std::string& path, const vTextureLimits& limits = vTextureLimits());
 
     /// As above. Passing means that TOZ::vBasisImage takes the file, and that each of its levels is
-    /// transcoded to just the bytes foretold, or refused because its data are damaged.
+    /// transcoded to just the bytes foretold, or refused: because its compressed data are damaged, or because
+    /// its codec has no such form, as HDR codecs and blocks of other than 4x4 pixels have none.
     static Result CheckBasisBuffer(const void* data, std::uint64_t size,
                                    const vTextureLimits& limits = vTextureLimits());
 };

@@ -31,11 +31,13 @@ vTextureCheck::Result absurd_extent(const char* what, std::uint32_t pixels, std:
 }
 
 vTextureCheck::Result too_many_bytes(std::uint64_t bytes, std::uint64_t offset, std::uint64_t limit) {
-    const std::string amount =
-        bytes == kUncountable ? "more bytes than can be counted" : std::to_string(bytes) + " bytes";
-    vTextureCheck::Result result =
-        failure(vTextureCheck::eAbsurdSize, offset,
-                "its levels take " + amount + ", which is beyond the limit of " + std::to_string(limit));
+    std::string sentence = "its levels take ";
+    if (bytes == kUncountable) {
+        sentence += "more bytes than can be counted";
+    } else {
+        sentence += std::to_string(bytes) + " bytes, which is beyond the limit of " + std::to_string(limit);
+    }
+    vTextureCheck::Result result = failure(vTextureCheck::eAbsurdSize, offset, std::move(sentence));
     result.totalBytes = bytes;
     return result;
 }

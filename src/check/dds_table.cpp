@@ -155,10 +155,12 @@ std::optional<Result> size_fault(const DDSTable& table, const PixelLayout& layou
     std::uint64_t total = 0;
     for (const vDDSLevel& level : table.levels) {
         if (!is_countable(layout, level)) {
-            return failure(vTextureCheck::eAbsurdSize, kWidth,
-                           "its extent of " + std::to_string(level.width) + " x " +
-                               std::to_string(level.height) + " x " + std::to_string(level.depth) +
-                               " pixels takes more bytes than can be counted");
+            Result result = failure(vTextureCheck::eAbsurdSize, kWidth,
+                                    "its extent of " + std::to_string(level.width) + " x " +
+                                        std::to_string(level.height) + " x " + std::to_string(level.depth) +
+                                        " pixels takes more bytes than can be counted");
+            result.totalBytes = kUncountable;
+            return result;
         }
         total = sum(total, level.bytes);
     }

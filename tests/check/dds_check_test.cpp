@@ -218,10 +218,14 @@ TEST(DdsCheck, RefusesPixelsWhoseBitsTheLoaderCannotCountIn64Bits) {
 TEST(DdsCheck, RefusesSizesThatOverflow64Bits) {
     const FileHeader wide = fourcc_header(116).sized(0x7FFFFFFF, 0x7FFFFFFF);
     EXPECT_EQ(check(header_bytes(wide)).status, Check::eAbsurdSize);
+    EXPECT_EQ(check(header_bytes(wide)).totalBytes, UINT64_MAX);
     const FileHeader deep = plain_header(0x20000, 8).sized(0x7FFFFFFF, 0x7FFFFFFF).with_depth(0x7FFFFFFF);
     EXPECT_EQ(check(header_bytes(deep)).status, Check::eAbsurdSize);
-    const FileHeader faces = plain_header(0x20000, 8).sized(0x7FFFFFFF, 0x7FFFFFFF).with_depth(2);
-    EXPECT_EQ(check(header_bytes(faces.with_caps2(kCubeMap))).status, Check::eAbsurdSize);
+    const FileHeader faces = plain_header(0x20000, 8).sized(0x3FFFFFFF, 0x7FFFFFFF).with_depth(2);
+    const Check::Result six = check(header_bytes(faces.with_caps2(kCubeMap)));
+    EXPECT_EQ(six.status, Check::eAbsurdSize);
+    EXPECT_EQ(six.totalBytes, UINT64_MAX);
+    EXPECT_EQ(six.sentence, "its levels take more bytes than can be counted");
 }
 
 TEST(DdsCheck, KeepsTheCallersLimits) {
