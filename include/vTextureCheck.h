@@ -65,7 +65,8 @@ public:
 
         /// DDS: the bytes of all levels of all faces, which a load allocates for pixels. .basis: the bytes of
         /// all levels of all slices transcoded to blocks of 16 bytes (BC3 and BC5; BC1 and BC4 take half). 0
-        /// while the headers have not been understood, UINT64_MAX where they promise more than can be counted.
+        /// while the headers have not been understood, UINT64_MAX where they promise more than can be
+        /// counted.
         std::uint64_t totalBytes = 0;
 
         /// What is wrong, for a person, to be put after the file's name: "is cut short: ...". Empty when
@@ -87,7 +88,7 @@ public:
 
     /// As above. Passing means that TOZ::vBasisImage takes the file, and that each of its levels is
     /// transcoded to just the bytes foretold, or refused: because its compressed data are damaged, or because
-    /// its codec has no such form, as HDR codecs and blocks of other than 4x4 pixels have none.
+    /// its codec has no such form: HDR codecs, blocks of other than 4x4 pixels, XUASTC packed by Zstandard.
     static Result CheckBasisBuffer(const void* data, std::uint64_t size,
                                    const vTextureLimits& limits = vTextureLimits());
 };
