@@ -69,7 +69,7 @@ void unpack(const Fixture& fixture, const std::string& encoder, const fs::path& 
         scratch / "encoder.log");
     for (int i = 0; i < fixture.images; ++i) {
         for (const std::string format : basis_fixtures::kUnpackedFormats) {
-            char number[16];
+            char number[32];
             std::snprintf(number, sizeof number, "_%04d.ktx", i);
             fs::copy_file(scratch / (std::string(fixture.name) + "_transcoded_" + format + number),
                           file.parent_path() / (std::string(fixture.name) + "_" + format + number),

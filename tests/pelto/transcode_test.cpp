@@ -1,5 +1,7 @@
 // pelto transcode, run as a user runs it, and pelto inspect on .basis files.
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -12,6 +14,7 @@
 #include <vDDSImage.h>
 #include <vector>
 
+#include "support/basis_file.h"
 #include "support/command.h"
 #include "support/temporary_folder.h"
 
@@ -204,6 +207,40 @@ TEST_F(Transcode, SaysWhyTheOutputCannotBeWritten) {
         EXPECT_NE(result.err.find(path + " cannot be written: "), std::string::npos) << result.err;
     }
     EXPECT_TRUE(files().empty());
+}
+
+// Their number is the file's to say.
+TEST_F(Transcode, WritesMoreSlicesThanItMayOpenFiles) {
+    namespace basis = support::basis;
+    constexpr std::size_t kSlices = 100;
+    support::Bytes file = basis::with_table_at_the_end(basis::file_of({.data = support::Bytes(16)}), 0);
+    const support::Bytes entry(file.end() - basis::slice::kSize, file.end());
+    for (std::size_t i = 1; i < kSlices; ++i) file.insert(file.end(), entry.begin(), entry.end());
+    basis::put(file, basis::header::kDataSize,
+               static_cast<std::uint32_t>(file.size() - basis::header::kSize));
+    basis::put(file, basis::header::kTotalSlices, kSlices);
+    basis::put(file, basis::header::kTotalImages, kSlices);
+    for (std::uint32_t i = 0; i < kSlices; ++i) {
+        basis::put(file, basis::of_slice(file, i, basis::slice::kImage), i);
+    }
+    folder_.write("many.basis", std::string(file.begin(), file.end()));
+    const CommandResult result = run_pelto(
+        {"transcode", folder_.path("many.basis"), "--usage", "bc1", "--slice", "all", "-o", output()},
+        "ulimit -n 32");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(files().size(), kSlices + 1);
+}
+
+TEST_F(Transcode, WritesNoSliceWhereAnotherCannotBeWritten) {
+    std::filesystem::create_directory(output("out.2.dds"));
+    folder_.write("out.0.dds", "before");
+    const CommandResult result = run_pelto({"transcode", fixture("etc1s_different_sizes"), "--usage", "bc1",
+                                            "--slice", "all", "--json", "-o", output()});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find(output("out.2.dds") + " cannot be written: "), std::string::npos) << result.err;
+    EXPECT_EQ(json::parse(result.out), json::array());
+    EXPECT_EQ(bytes_of(output("out.0.dds")), "before");
+    EXPECT_EQ(files(), (std::vector<std::string>{"out.0.dds", "out.2.dds"}));
 }
 
 TEST_F(Transcode, PrintsWhatWasWrittenAsJson) {

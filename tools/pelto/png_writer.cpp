@@ -73,5 +73,6 @@ void PNGWriter::write_row(const std::uint8_t* row) {
 
 void PNGWriter::complete() {
     state_->run([&] { png_write_end(state_->png, nullptr); });
+    state_->file.close();
     state_->file.complete();
 }

@@ -1,7 +1,9 @@
 #include "transcode.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -92,23 +94,29 @@ std::string output_path(const Options& options, std::uint32_t slice, bool severa
     return (path.parent_path() / name).string();
 }
 
-// Adds each file to `written` as it appears.
+// The files take their names once all are written, and are added to `written` then.
 void transcode_slices(const BasisReport& report, const Options& options, nlohmann::ordered_json& written) {
     const std::vector<std::uint32_t> slices = chosen("slice", options.slice, report.file.slices);
     std::size_t steps = 0;
     for (const std::uint32_t slice : slices) {
         steps += options.level == kAll ? report.file.level_count(slice) : 1;
     }
-    std::vector<std::string> files;
+    std::deque<WholeFile> files;
+    nlohmann::ordered_json descriptions;
     {
         Progress progress("transcoding", steps);
-        for (const std::uint32_t slice : slices)
-            files.push_back(dds_of_slice(report, slice, options, progress));
+        for (const std::uint32_t slice : slices) {
+            const std::string path = output_path(options, slice, slices.size() > 1);
+            WholeFile& file = files.emplace_back(path);
+            const std::string bytes = dds_of_slice(report, slice, options, progress);
+            file.append(bytes.data(), bytes.size());
+            file.close();
+            descriptions.push_back({{"path", path}, {"slice", slice}, {"bytes", bytes.size()}});
+        }
     }
-    for (std::size_t i = 0; i < slices.size(); ++i) {
-        const std::string path = output_path(options, slices[i], slices.size() > 1);
-        write_whole_file(path, files[i]);
-        written.push_back({{"path", path}, {"slice", slices[i]}, {"bytes", files[i].size()}});
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        files[i].complete();
+        written.push_back(descriptions[i]);
     }
 }
 

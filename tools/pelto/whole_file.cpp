@@ -42,9 +42,8 @@ WholeFile::WholeFile(std::string path) : path_(std::move(path)), temporary_(path
 }
 
 WholeFile::~WholeFile() {
-    if (file_ < 0) return;
-    ::close(file_);
-    std::remove(temporary_.c_str());
+    if (file_ >= 0) ::close(file_);
+    if (!temporary_.empty()) std::remove(temporary_.c_str());
 }
 
 void WholeFile::append(const void* data, std::size_t size) noexcept {
@@ -56,18 +55,13 @@ void WholeFile::append(const void* data, std::size_t size) noexcept {
     }
 }
 
-void WholeFile::complete() {
+void WholeFile::close() {
     if (error_ == 0 && ::fchmod(file_, usual_mode()) != 0) error_ = errno;
-    if (::close(file_) != 0 && error_ == 0) error_ = errno;
-    file_ = -1;
-    if (error_ == 0 && std::rename(temporary_.c_str(), path_.c_str()) != 0) error_ = errno;
-    if (error_ == 0) return;
-    std::remove(temporary_.c_str());
-    fail(path_, error_);
+    if (::close(std::exchange(file_, -1)) != 0 && error_ == 0) error_ = errno;
+    if (error_ != 0) fail(path_, error_);
 }
 
-void write_whole_file(const std::string& path, const std::string& bytes) {
-    WholeFile file(path);
-    file.append(bytes.data(), bytes.size());
-    file.complete();
+void WholeFile::complete() {
+    if (std::rename(temporary_.c_str(), path_.c_str()) != 0) fail(path_, errno);
+    temporary_.clear();
 }

@@ -15,20 +15,22 @@ public:
     WholeFile(const WholeFile&) = delete;
     WholeFile& operator=(const WholeFile&) = delete;
 
-    /// What cannot be written is reported by complete(); whatever comes after it is dropped.
+    /// What cannot be written is reported by close(); whatever comes after it is dropped.
     void append(const void* data, std::size_t size) noexcept;
 
+    /// Ends the writing, so that a program may hold more files than the system lets it open.
+    /// Throws std::runtime_error, which says what went wrong.
+    void close();
+
+    /// Gives the file its name, once it is closed.
     /// Throws std::runtime_error, which says what went wrong.
     void complete();
 
 private:
     std::string path_;
-    std::string temporary_;
+    std::string temporary_;  // empty once it has the name of path_
     int file_ = -1;
     int error_ = 0;
 };
-
-/// Writes `bytes` as a WholeFile. Throws std::runtime_error, which says what went wrong.
-void write_whole_file(const std::string& path, const std::string& bytes);
 
 #endif
