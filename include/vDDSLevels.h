@@ -34,7 +34,7 @@ struct vDDSLevel {
     std::uint64_t bytes = 0;              ///< of all its depth slices, one after the other
     std::uint32_t width = 0;              ///< pixels
     std::uint32_t height = 0;             ///< pixels
-    std::uint32_t depth = 0;              ///< pixels; 1 for what is no volume
+    std::uint32_t depth = 0;              ///< pixels, as the loader counts them: at least 1
     const unsigned char* data = nullptr;  ///< its bytes where they lie; null when the level is not whole
 };
 

@@ -7,11 +7,11 @@
 //
 // Hostile files: safe on any bytes. No operation reads outside the given bytes. Memory does not grow with
 // what a header claims, but for the codebooks of a .basis file, whose headers cannot ask for more than a few
-// MiB; time is bounded by the file's real length. A file may still be replaced between the
-// check and the load: hold its bytes in memory, check them there, and load them from there, where that
-// matters.
+// MiB; time is bounded by the file's real length. A file may still be replaced between the check and the
+// load: hold its bytes in memory, check them there, and load them from there, where that matters.
 //
-// Errors: none but std::bad_alloc; everything else is a result.
+// Errors: none but std::bad_alloc; everything else is a result. The memory in which the transcoder decodes
+// the codebooks of a .basis file is beyond this: where the system refuses it, the process may end.
 //
 // Threads: no state; every operation may run on several threads at once, except that the first one on a
 // .basis file must not race with another of the process that uses the transcoder, as with TOZ::vBasisImage.
@@ -31,8 +31,9 @@
 
 /// What a caller is ready to take.
 struct vTextureLimits {
-    std::uint64_t maxBytes = UINT64_MAX;  ///< of vTextureCheck::Result::totalBytes
-    std::uint32_t maxExtent = INT32_MAX;  ///< pixels across, down and deep
+    std::uint64_t maxBytes = UINT64_MAX;      ///< of vTextureCheck::Result::totalBytes
+    std::uint32_t maxExtent = INT32_MAX;      ///< pixels across, down and deep
+    std::uint64_t maxFileBytes = UINT64_MAX;  ///< of the file: loaders read it whole, whatever it promises
 };
 
 /// Static checks of texture files.
@@ -43,9 +44,9 @@ public:
         eNotThisKind = 1,        ///< not a file of this kind at all
         eUnsupportedFormat = 2,  ///< a file of this kind, in a format that the loader does not take
         eTruncated = 3,          ///< ends before what it promises
-        eAbsurdSize = 4,      ///< promises an extent, a number of levels or an amount beyond sense or limits
-        eMalformedTable = 5,  ///< its tables contradict themselves
-        eUnreadable = 6,      ///< no bytes can be had: missing, not permitted, or no regular file
+        eAbsurdSize = 4,         ///< an extent, a number of levels or an amount is beyond sense or limits
+        eMalformedTable = 5,     ///< its tables contradict themselves
+        eUnreadable = 6,         ///< no bytes can be had: missing, not permitted, or no regular file
     };
 
     struct Result {
@@ -59,14 +60,15 @@ public:
         std::uint64_t missingBytes = 0;
 
         /// The first level that is not whole in the file, where it is truncated, with its cube face (or image
-        /// slice of a .basis file); -1 where all are whole, or the file ends before it tells of any.
+        /// slice of a .basis file); -1 where all are whole, or the file ends before it tells of any. Where
+        /// a .basis file lacks part of its codebooks, no level is.
         int face = -1;
         int level = -1;
 
         /// DDS: the bytes of all levels of all faces, which a load allocates for pixels. .basis: the bytes of
         /// all levels of all slices transcoded to blocks of 16 bytes (BC3 and BC5; BC1 and BC4 take half). 0
-        /// while the headers have not been understood, UINT64_MAX where they promise more than can be
-        /// counted.
+        /// while the headers have not been understood, UINT64_MAX where they promise more than the
+        /// loader can count.
         std::uint64_t totalBytes = 0;
 
         /// What is wrong, for a person, to be put after the file's name: "is cut short: ...". Empty when

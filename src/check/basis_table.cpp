@@ -108,9 +108,12 @@ public:
         : data_(data), size_(size), limits_(limits) {}
 
     Result run() {
+        if (const auto fault = length_fault(size_, limits_)) return *fault;
         if (const auto fault = header_fault()) return *fault;
-        if (const auto fault = section_fault()) return *fault;
+        if (const auto fault = slice_table_fault()) return *fault;
+        if (const auto fault = codebooks_fault()) return *fault;
         if (const auto fault = slices_fault()) return *fault;
+        if (lost_) return *lost_;
         if (const auto fault = texture_type_fault()) return *fault;
         Result result;
         result.totalBytes = total_;
@@ -155,7 +158,7 @@ private:
     }
 
     static Result malformed(std::uint64_t offset, std::string sentence) {
-        sentence += ", at byte " + std::to_string(offset);
+        sentence += ", says byte " + std::to_string(offset);
         return failure(vTextureCheck::eMalformedTable, offset, std::move(sentence));
     }
 
@@ -181,7 +184,7 @@ private:
         return offset + bytes <= std::max(promised_length(), size_);
     }
 
-    std::optional<Result> section_fault() const {
+    std::optional<Result> slice_table_fault() const {
         if (number(kTotalSlices) == 0) return malformed(kTotalSlices.offset, "it has no slices");
         if (number(kTotalImages) == 0) return malformed(kTotalImages.offset, "it has no images");
         if (number(kTotalImages) > number(kTotalSlices)) {
@@ -196,19 +199,23 @@ private:
             return malformed(kSliceTableOffset.offset, "its table of slices lies outside the file");
         }
         if (table + table_size > size_) return missing("its table of slices", table + table_size);
+        return std::nullopt;
+    }
+
+    std::optional<Result> codebooks_fault() {
         if (!etc1s()) return std::nullopt;
         if (const auto fault = codebook_fault("endpoints", kEndpointsOffset, kEndpointsSize)) return fault;
         if (const auto fault = codebook_fault("selectors", kSelectorsOffset, kSelectorsSize)) return fault;
         return codebook_fault("Huffman tables", kTablesOffset, kTablesSize);
     }
 
-    std::optional<Result> codebook_fault(const char* what, Field offset, Field size) const {
+    std::optional<Result> codebook_fault(const char* what, Field offset, Field size) {
         const std::string name = std::string("its section of ").append(what);
         const std::uint64_t start = number(offset);
         const std::uint64_t bytes = number(size);
         if (bytes == 0) return malformed(size.offset, name + " is empty");
         if (!lies_within(start, bytes)) return malformed(offset.offset, name + " lies outside the file");
-        if (start + bytes > size_) return missing(name, start + bytes);
+        if (start + bytes > size_) lose(name, start + bytes, 0, 0);
         return std::nullopt;
     }
 
@@ -218,52 +225,67 @@ private:
         return result;
     }
 
-    // Entries follow one another by image and level; in an ETC1S file with alpha, each in two.
+    // What the file lacks first, and the first level that is not whole without it.
+    void lose(const std::string& what, std::uint64_t end, std::int64_t image, std::int64_t level) {
+        if (lost_) return;
+        lost_ = missing(what, end);
+        lost_->face = static_cast<int>(image);
+        lost_->level = static_cast<int>(level);
+    }
+
     std::optional<Result> slices_fault() {
-        std::optional<Result> lost;
-        std::int64_t image = -1;
-        std::uint32_t level = 0;
         for (std::uint64_t i = 0; i < number(kTotalSlices); ++i) {
             const std::uint64_t entry = number(kSliceTableOffset) + i * kEntrySize;
             const bool alpha = has_alpha_entries() && i % 2 != 0;
-            if (!alpha) {
-                const bool next_image = number(kImage, entry) == image + 1 && number(kLevel, entry) == 0;
-                const bool next_level = number(kImage, entry) == image && number(kLevel, entry) == level + 1;
-                if (!next_image && !next_level) return malformed(entry, "its slices are not in order");
-                image = number(kImage, entry);
-                level = number(kLevel, entry);
-            } else if (number(kImage, entry) != image || number(kLevel, entry) != level) {
-                return malformed(entry, "the alpha of a slice is not that of its colour");
-            }
-            if (etc1s() && ((number(kSliceFlags, entry) & kSliceFlagAlpha) != 0) != alpha) {
-                return malformed(entry + kSliceFlags.offset,
-                                 "a slice is not what its place says: colour or alpha");
-            }
+            if (const auto fault = order_fault(entry, alpha)) return fault;
             if (const auto fault = extent_fault(entry)) return fault;
+            if (const auto fault = data_fault(entry)) return fault;
             if (!alpha) total_ += level_bytes(entry);
-            const std::uint64_t end =
-                std::uint64_t{number(kDataOffset, entry)} + number(kSliceDataSize, entry);
-            if (!lies_within(end, 0)) {
-                return malformed(entry + kDataOffset.offset, "the data of a slice lie outside the file");
-            }
-            if (stores_whole_blocks() &&
-                number(kSliceDataSize, entry) < kBytesPerStoredBlock * blocks(entry)) {
-                return malformed(entry + kSliceDataSize.offset, "a slice has fewer bytes than its blocks");
-            }
-            if (end > size_ && !lost) {
-                lost = missing("level " + std::to_string(level) + " of slice " + std::to_string(image), end);
-                lost->face = static_cast<int>(image);
-                lost->level = static_cast<int>(level);
-            }
         }
-        if (image + 1 != number(kTotalImages)) {
+        if (image_ + 1 != number(kTotalImages)) {
             return malformed(kTotalImages.offset, "its table of slices has another number of images");
         }
-        if (total_ > limits_.maxBytes)
+        if (total_ > limits_.maxBytes) {
             return too_many_bytes(total_, number(kSliceTableOffset), limits_.maxBytes);
-        if (!lost && promised_length() > size_) lost = missing("its last section", promised_length());
-        if (lost) lost->totalBytes = total_;
-        return lost;
+        }
+        if (promised_length() > size_) lose("its last section", promised_length(), -1, -1);
+        if (lost_) lost_->totalBytes = total_;
+        return std::nullopt;
+    }
+
+    // Entries follow one another by image and level; in an ETC1S file with alpha, each in two.
+    std::optional<Result> order_fault(std::uint64_t entry, bool alpha) {
+        const std::uint32_t image = number(kImage, entry);
+        const std::uint32_t level = number(kLevel, entry);
+        if (alpha && (image != image_ || level != level_)) {
+            return malformed(entry, "the alpha of a slice is not that of its colour");
+        }
+        const bool next_image = image == image_ + 1 && level == 0;
+        const bool next_level = image == image_ && level == level_ + 1;
+        if (!alpha && !next_image && !next_level) return malformed(entry, "its slices are not in order");
+        if (etc1s() && ((number(kSliceFlags, entry) & kSliceFlagAlpha) != 0) != alpha) {
+            return malformed(entry + kSliceFlags.offset,
+                             "a slice is not what its place says: colour or alpha");
+        }
+        image_ = image;
+        level_ = level;
+        return std::nullopt;
+    }
+
+    std::optional<Result> data_fault(std::uint64_t entry) {
+        const std::uint64_t bytes = number(kSliceDataSize, entry);
+        const std::uint64_t end = number(kDataOffset, entry) + bytes;
+        if (!lies_within(end, 0)) {
+            return malformed(entry + kDataOffset.offset, "the data of a slice lie outside the file");
+        }
+        if (stores_whole_blocks() && bytes < kBytesPerStoredBlock * blocks(entry)) {
+            return malformed(entry + kSliceDataSize.offset, "a slice has fewer bytes than its blocks");
+        }
+        if (end > size_) {
+            lose("level " + std::to_string(level_) + " of slice " + std::to_string(image_), end, image_,
+                 level_);
+        }
+        return std::nullopt;
     }
 
     // The last thing to look at: of a file that passes otherwise, it is all that is wrong.
@@ -310,7 +332,12 @@ private:
     const unsigned char* data_;
     std::uint64_t size_;
     vTextureLimits limits_;
+
+    // Of the entries seen so far.
+    std::int64_t image_ = -1;
+    std::int64_t level_ = -1;
     std::uint64_t total_ = 0;
+    std::optional<Result> lost_;
 };
 
 }  // namespace

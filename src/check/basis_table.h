@@ -12,7 +12,8 @@ namespace pelto::check {
 
 constexpr std::size_t kBasisHeaderSize = 77;
 
-/// What the header alone, kBasisHeaderSize bytes at `header`, says against a file of `length` bytes.
+/// What the header alone says against a file of `length` bytes, which starts with the bytes at `header`:
+/// kBasisHeaderSize, or all where the file has fewer.
 std::optional<vTextureCheck::Result> basis_header_fault(const unsigned char* header, std::uint64_t length);
 
 /// Looks at everything but the compressed data themselves.

@@ -24,22 +24,29 @@ vTextureCheck::Result cut_short(const std::string& what, std::uint64_t promised,
 vTextureCheck::Result absurd_extent(const char* what, std::uint32_t pixels, std::uint64_t offset,
                                     std::uint32_t limit) {
     std::string sentence = "its ";
-    sentence.append(what).append(" of ").append(std::to_string(pixels)).append(" pixels at byte ");
-    sentence.append(std::to_string(offset));
-    sentence += pixels == 0 ? " is none" : " is beyond the limit of " + std::to_string(limit);
+    sentence.append(what).append(" at byte ").append(std::to_string(offset)).append(" is ");
+    sentence.append(std::to_string(pixels)).append(" pixels");
+    if (pixels != 0) sentence.append(", beyond the limit of ").append(std::to_string(limit));
     return failure(vTextureCheck::eAbsurdSize, offset, std::move(sentence));
 }
 
 vTextureCheck::Result too_many_bytes(std::uint64_t bytes, std::uint64_t offset, std::uint64_t limit) {
     std::string sentence = "its levels take ";
     if (bytes == kUncountable) {
-        sentence += "more bytes than can be counted";
+        sentence += "more bytes than the loader can count";
     } else {
-        sentence += std::to_string(bytes) + " bytes, which is beyond the limit of " + std::to_string(limit);
+        sentence += std::to_string(bytes) + " bytes, beyond the limit of " + std::to_string(limit);
     }
     vTextureCheck::Result result = failure(vTextureCheck::eAbsurdSize, offset, std::move(sentence));
     result.totalBytes = bytes;
     return result;
+}
+
+std::optional<vTextureCheck::Result> length_fault(std::uint64_t length, const vTextureLimits& limits) {
+    if (length <= limits.maxFileBytes) return std::nullopt;
+    return failure(vTextureCheck::eAbsurdSize, 0,
+                   "is " + std::to_string(length) + " bytes long, beyond the limit of " +
+                       std::to_string(limits.maxFileBytes));
 }
 
 std::string in_quotes(std::string_view bytes) {

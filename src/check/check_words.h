@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,9 @@ vTextureCheck::Result absurd_extent(const char* what, std::uint32_t pixels, std:
                                     std::uint32_t limit);
 
 vTextureCheck::Result too_many_bytes(std::uint64_t bytes, std::uint64_t offset, std::uint64_t limit);
+
+/// Of a file that is longer than its caller is ready to read.
+std::optional<vTextureCheck::Result> length_fault(std::uint64_t length, const vTextureLimits& limits);
 
 /// Bytes in quotes; those that are no printable ASCII characters as \xNN.
 std::string in_quotes(std::string_view bytes);

@@ -158,7 +158,7 @@ std::optional<Result> size_fault(const DDSTable& table, const PixelLayout& layou
             Result result = failure(vTextureCheck::eAbsurdSize, kWidth,
                                     "its extent of " + std::to_string(level.width) + " x " +
                                         std::to_string(level.height) + " x " + std::to_string(level.depth) +
-                                        " pixels takes more bytes than can be counted");
+                                        " pixels takes more bytes than the loader can count");
             result.totalBytes = kUncountable;
             return result;
         }
@@ -204,6 +204,7 @@ DDSTable read_dds_table(const unsigned char* start, std::size_t available, std::
         table.faces = 0;
         return table;
     };
+    if (const auto fault = length_fault(length, limits)) return refused(*fault);
     const std::string_view bytes(reinterpret_cast<const char*>(start), available);
     if (const auto fault = read_headers(bytes, headers)) return refused(*fault);
     const std::optional<PixelLayout> layout =

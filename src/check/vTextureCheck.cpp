@@ -12,6 +12,7 @@
 #include "vBasisImage.h"
 
 using pelto::check::failure;
+using pelto::check::length_fault;
 using pelto::check::RegularFile;
 
 namespace {
@@ -59,10 +60,13 @@ vTextureCheck::Result vTextureCheck::CheckDDSBuffer(const void* data, std::uint6
 vTextureCheck::Result vTextureCheck::CheckBasisFile(const std::string& path, const vTextureLimits& limits) {
     RegularFile file(path);
     if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
+    if (const auto fault = length_fault(file.length(), limits)) return *fault;
     std::array<unsigned char, pelto::check::kBasisHeaderSize> header{};
-    if (file.read(header.data(), header.size()) == header.size()) {
-        if (const auto fault = pelto::check::basis_header_fault(header.data(), file.length())) return *fault;
-    }
+    const std::size_t header_bytes = file.read(header.data(), header.size());
+    if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
+    const std::uint64_t length = header_bytes < header.size() ? header_bytes : file.length();
+    if (const auto fault = pelto::check::basis_header_fault(header.data(), length)) return *fault;
+
     const auto bytes = std::make_unique_for_overwrite<unsigned char[]>(file.length());
     const std::size_t available = file.read(bytes.get(), file.length());
     if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());

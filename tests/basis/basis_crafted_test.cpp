@@ -1,9 +1,7 @@
 // Files that would lead the transcoder out of its memory are refused; those that only look odd are not.
 #include <cstddef>
 #include <cstdint>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <string>
 #include <utility>
 
@@ -26,16 +24,10 @@ Got image_of(const Bytes& file, unsigned int level, unsigned int slice, int usag
     return get_image(image, level, slice, usage);
 }
 
-Bytes bytes_of_seed(const std::string& name) {
-    std::ifstream file(PELTO_FUZZ_SEEDS "/basis/" + name, std::ios::binary);
-    EXPECT_TRUE(file) << name;
-    return Bytes(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-}
-
 // One of the tables has a single symbol, with a code of more than ten bits; the bits of a slice lead to the
 // side of its tree that is not there.
 TEST(BasisCrafted, HuffmanTreeThatLacksASideIsNotDecodedWith) {
-    const Bytes file = bytes_of_seed("etc1s_huffman_tree_lacks_a_side.basis");
+    const Bytes file = basis_fixtures::seed("etc1s_huffman_tree_lacks_a_side");
     for (unsigned int slice = 0; slice < 4; ++slice) {
         for (unsigned int level = 0; level < 9; ++level) {
             for (const int usage : kUsages) EXPECT_TRUE(refused(image_of(file, level, slice, usage)));

@@ -22,6 +22,8 @@ std::string made_path(const std::string& file_name) { return PELTO_BASIS_FIXTURE
 
 support::Bytes made(const std::string& name) { return content(made_path(name + ".basis")); }
 
+support::Bytes seed(const std::string& name) { return content(PELTO_FUZZ_SEEDS "/basis/" + name + ".basis"); }
+
 bool have_samples() { return std::filesystem::is_directory(PELTO_BASIS_SAMPLES); }
 
 support::Bytes sample(const std::string& path) { return content(PELTO_BASIS_SAMPLES "/" + path); }

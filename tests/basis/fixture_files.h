@@ -36,6 +36,9 @@ constexpr const char* kSamples[] = {
     "video_test/6.1.01.basis",
 };
 
+/// The bytes of a file that the fuzzers start from.
+support::Bytes seed(const std::string& name);
+
 /// Whether the transcoder's source came with its samples.
 bool have_samples();
 support::Bytes sample(const std::string& path);

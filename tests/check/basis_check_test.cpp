@@ -9,6 +9,7 @@
 #include <string>
 #include <vBasisImage.h>
 #include <vTextureCheck.h>
+#include <vector>
 
 #include "basis/fixture_files.h"
 #include "basis/fixtures.h"
@@ -20,6 +21,12 @@ using namespace basis_fixtures;
 using namespace support;
 using namespace support::basis;
 using Check = vTextureCheck;
+
+// One file of each kind of data that the fuzzers start from, as encoders write them.
+constexpr const char* kKindsOfData[] = {
+    "astc_hdr_6x6",     "astc_ldr_4x4",     "astc_ldr_6x6_whole", "etc1s_alpha_mips",    "etc1s_array",
+    "etc1s_mips",       "uastc_array",      "uastc_hdr_4x4",      "uastc_hdr_6x6i",      "uastc_mips",
+    "xuastc_alpha_dct", "xuastc_ldr_12x12", "xuastc_ldr_4x4",     "xuastc_ldr_6x6_alpha"};
 
 Check::Result check(const Bytes& file, const vTextureLimits& limits = vTextureLimits()) {
     Bytes exact(file);
@@ -90,8 +97,11 @@ TEST(BasisCheckFile, PassesTheTranscodersSamples) {
 }
 
 TEST(BasisCheckFile, NamesWhatEveryTruncationLacks) {
-    for (const char* const name : {"etc1s_mips", "etc1s_alpha_mips", "uastc_mips", "uastc_array_mips"}) {
-        const Bytes file = made(name);
+    for (const char* const name : kKindsOfData) {
+        const Bytes file = seed(name);
+        ASSERT_TRUE(check(file).ok()) << name << ": " << check(file).sentence;
+        const std::size_t table_end =
+            get(file, header::kTableOffset) + std::size_t{total_slices(file)} * slice::kSize;
         for (std::size_t length = 1; length < file.size(); ++length) {
             const Check::Result result =
                 check(Bytes(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(length)));
@@ -99,6 +109,10 @@ TEST(BasisCheckFile, NamesWhatEveryTruncationLacks) {
             ASSERT_EQ(result.offset, length);
             if (length < header::kSize) continue;
             ASSERT_EQ(result.missingBytes, file.size() - length);
+            if (length < table_end) continue;
+            ASSERT_GE(result.level, 0) << name << ' ' << length << ' ' << result.sentence;
+            ASSERT_GE(result.face, 0);
+            ASSERT_EQ(result.totalBytes, check(file).totalBytes);
         }
     }
 }
@@ -115,6 +129,21 @@ TEST(BasisCheckFile, NamesTheFirstSliceAndLevelThatIsNotWhole) {
     EXPECT_EQ(result.sentence, "is cut short: level 1 of slice 0 ends at byte " + std::to_string(end) +
                                    ", the file at byte " + std::to_string(end - 1));
     EXPECT_GT(result.totalBytes, 0U);
+}
+
+// Without its codebooks no level can be decoded.
+TEST(BasisCheckFile, NamesTheFirstLevelOfAFileWithoutAllOfItsCodebooks) {
+    const Bytes file = made("etc1s_mips");
+    const std::size_t end = get(file, header::kTablesOffset) + get(file, header::kTablesSize);
+    const Check::Result result =
+        check(Bytes(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(end - 1)));
+    EXPECT_EQ(result.status, Check::eTruncated);
+    EXPECT_EQ(result.face, 0);
+    EXPECT_EQ(result.level, 0);
+    EXPECT_EQ(result.totalBytes, check(file).totalBytes);
+    EXPECT_NE(result.sentence.find("its section of Huffman tables ends at byte " + std::to_string(end)),
+              std::string::npos)
+        << result.sentence;
 }
 
 TEST(BasisCheckFile, TellsWhatIsNoBasisFile) {
@@ -212,6 +241,8 @@ TEST(BasisCheckFile, KeepsTheCallersLimits) {
     EXPECT_TRUE(check(file, {total, width}).ok());
     EXPECT_EQ(check(file, {total - 1, width}).status, Check::eAbsurdSize);
     EXPECT_EQ(check(file, {total, width - 1}).status, Check::eAbsurdSize);
+    EXPECT_TRUE(check(file, {total, width, file.size()}).ok());
+    EXPECT_EQ(check(file, {total, width, file.size() - 1}).status, Check::eAbsurdSize);
 }
 
 // A file of a few bytes must not have the loader take memory for blocks that are not there.
@@ -240,8 +271,12 @@ TEST(BasisCheckFile, RefusesALevelOf2GiB) {
 }
 
 TEST(BasisCheckFile, KeepsItsPromiseForEveryByteOfHeaderAndTable) {
-    for (const char* const name : {"etc1s_alpha_5x3", "uastc_4x4"}) {
-        const Bytes whole = made(name);
+    std::vector<Bytes> files = {made("etc1s_alpha_5x3"), made("uastc_4x4")};
+    for (const char* const name : {"astc_hdr_6x6", "astc_ldr_4x4", "astc_ldr_6x6_whole", "uastc_hdr_4x4",
+                                   "uastc_hdr_6x6i", "xuastc_ldr_12x12", "xuastc_ldr_4x4"}) {
+        files.push_back(seed(name));
+    }
+    for (const Bytes& whole : files) {
         const std::size_t end = header::kSize + total_slices(whole) * slice::kSize;
         for (std::size_t offset = 0; offset < end; ++offset) {
             Bytes file = whole;

@@ -114,6 +114,21 @@ TEST_F(CheckFile, ReadsNoMoreThanTheHeaderOfWhatIsNoBasisFile) {
     EXPECT_EQ(result.sentence, "has 4 GiB or more, which no .basis file has");
 }
 
+TEST_F(CheckFile, ReadsNoFileThatIsLongerThanItsCallerTakes) {
+    vTextureLimits limits;
+    limits.maxFileBytes = 1 << 20;
+    for (const char* const name : {"a.basis", "a.dds"}) {
+        const std::string path = folder_.write(name, "");
+        std::filesystem::resize_file(path, std::uintmax_t{1} << 40);
+        for (const Check::Result& result :
+             {Check::CheckBasisFile(path, limits), Check::CheckDDSFile(path, limits),
+              vDDSLevels().Map(path, limits)}) {
+            EXPECT_EQ(result.status, Check::eAbsurdSize);
+            EXPECT_EQ(result.sentence, "is 1099511627776 bytes long, beyond the limit of 1048576");
+        }
+    }
+}
+
 TEST_F(CheckFile, MapsAFileWhoseLevelsOutliveItsName) {
     const std::string path = folder_.write("a.dds", text_of(whole_));
     vDDSLevels levels;

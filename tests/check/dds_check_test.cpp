@@ -147,7 +147,7 @@ TEST(DdsCheck, RefusesExtentsThatAreNone) {
     const Check::Result width = check(complete_file(header.sized(0, 4)));
     EXPECT_EQ(width.status, Check::eAbsurdSize);
     EXPECT_EQ(width.offset, 16U);
-    EXPECT_EQ(width.sentence, "its width of 0 pixels at byte 16 is none");
+    EXPECT_EQ(width.sentence, "its width at byte 16 is 0 pixels");
     const Check::Result height = check(complete_file(header.sized(4, 0)));
     EXPECT_EQ(height.status, Check::eAbsurdSize);
     EXPECT_EQ(height.offset, 12U);
@@ -200,7 +200,7 @@ TEST(DdsCheck, RefusesBlocksThatTheLoaderCannotCountIn32Bits) {
         const Check::Result result = check(header_bytes(header.sized(131072, 131072)));
         EXPECT_EQ(result.status, Check::eAbsurdSize);
         EXPECT_EQ(result.sentence,
-                  "its extent of 131072 x 131072 x 1 pixels takes more bytes than can be counted");
+                  "its extent of 131072 x 131072 x 1 pixels takes more bytes than the loader can count");
     }
     EXPECT_EQ(check(header_bytes(fourcc_header(four_cc("DXT1")).sized(65536, 65536))).status,
               Check::eTruncated);
@@ -225,7 +225,7 @@ TEST(DdsCheck, RefusesSizesThatOverflow64Bits) {
     const Check::Result six = check(header_bytes(faces.with_caps2(kCubeMap)));
     EXPECT_EQ(six.status, Check::eAbsurdSize);
     EXPECT_EQ(six.totalBytes, UINT64_MAX);
-    EXPECT_EQ(six.sentence, "its levels take more bytes than can be counted");
+    EXPECT_EQ(six.sentence, "its levels take more bytes than the loader can count");
 }
 
 TEST(DdsCheck, KeepsTheCallersLimits) {
@@ -234,12 +234,25 @@ TEST(DdsCheck, KeepsTheCallersLimits) {
     const Check::Result bytes = check(file, {14999, 100});
     EXPECT_EQ(bytes.status, Check::eAbsurdSize);
     EXPECT_EQ(bytes.totalBytes, 15000U);
-    EXPECT_EQ(bytes.sentence, "its levels take 15000 bytes, which is beyond the limit of 14999");
+    EXPECT_EQ(bytes.sentence, "its levels take 15000 bytes, beyond the limit of 14999");
     const Check::Result extent = check(file, {15000, 99});
     EXPECT_EQ(extent.status, Check::eAbsurdSize);
-    EXPECT_EQ(extent.sentence, "its width of 100 pixels at byte 16 is beyond the limit of 99");
+    EXPECT_EQ(extent.sentence, "its width at byte 16 is 100 pixels, beyond the limit of 99");
     EXPECT_EQ(check(complete_file(plain_header(0x20000, 8).sized(3, 3).with_depth(9)), {1000, 8}).offset,
               24U);
+}
+
+// A load reads the whole file, also what lies behind the last level.
+TEST(DdsCheck, KeepsTheLimitOfTheFilesLength) {
+    Bytes file = complete_file(plain_header(0x20000, 8).sized(4, 4));
+    file.resize(300);
+    vTextureLimits limits;
+    limits.maxFileBytes = 300;
+    EXPECT_TRUE(check(file, limits).ok());
+    limits.maxFileBytes = 299;
+    const Check::Result result = check(file, limits);
+    EXPECT_EQ(result.status, Check::eAbsurdSize);
+    EXPECT_EQ(result.sentence, "is 300 bytes long, beyond the limit of 299");
 }
 
 TEST(DdsCheck, KeepsItsPromiseForEveryByteOfTheHeaders) {

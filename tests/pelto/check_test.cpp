@@ -9,6 +9,7 @@
 #include <string>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 #include "support/command.h"
@@ -70,9 +71,10 @@ TEST_F(Check, KeepsToLimits) {
     EXPECT_EQ(run_pelto({"check", "--max-bytes", "2048", "--max-extent", "64", sample("bc4.dds")}).status, 0);
     const CommandResult bytes = run_pelto({"check", "--max-bytes", "2047", sample("bc4.dds")});
     EXPECT_EQ(bytes.status, 1);
-    EXPECT_NE(bytes.out.find("its levels take 2048 bytes, which is beyond the limit of 2047"),
-              std::string::npos);
+    EXPECT_NE(bytes.out.find("its levels take 2048 bytes, beyond the limit of 2047"), std::string::npos);
     EXPECT_EQ(run_pelto({"check", "--max-extent", "63", sample("bc4.dds")}).status, 1);
+    EXPECT_EQ(run_pelto({"check", "--max-file-bytes", "2176", sample("bc4.dds")}).status, 0);
+    EXPECT_EQ(run_pelto({"check", "--max-file-bytes", "2175", sample("bc4.dds")}).status, 1);
 }
 
 TEST_F(Check, PrintsJson) {
@@ -177,6 +179,47 @@ TEST_F(Check, APipeOrDeviceIsNotReplacedByAnOutput) {
     EXPECT_NE(result.err.find(pipe + " cannot be written: it is not a regular file"), std::string::npos)
         << result.err;
     EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+}
+
+TEST_F(Check, AnOutputThatIsALinkStaysOneAndItsTargetIsReplaced) {
+    std::filesystem::create_directory(folder_.path("elsewhere"));
+    const std::string target = folder_.write("elsewhere/target.dds", "before");
+    const std::string link = folder_.path("link.dds");
+    std::filesystem::create_symlink("elsewhere/target.dds", link);
+    const std::string basis = PELTO_BASIS_FIXTURES "/uastc_4x4.basis";
+    const CommandResult result = run_pelto({"transcode", basis, "--usage", "bc3", "-o", link});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(bytes_of(target).substr(0, 4), "DDS ");
+
+    std::filesystem::remove(target);
+    const CommandResult nowhere = run_pelto({"transcode", basis, "--usage", "bc3", "-o", link});
+    EXPECT_EQ(nowhere.status, 1);
+    EXPECT_NE(nowhere.err.find(link + " cannot be written: it is a link that leads to no file"),
+              std::string::npos)
+        << nowhere.err;
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.path("elsewhere")));
+}
+
+TEST_F(Check, AnOutputMayHaveTheLongestNameThatTheSystemTakes) {
+    const std::string path = folder_.path(std::string(255, 'a'));
+    const std::string basis = PELTO_BASIS_FIXTURES "/uastc_4x4.basis";
+    const CommandResult result = run_pelto({"transcode", basis, "--usage", "bc3", "-o", path});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_TRUE(std::filesystem::exists(path));
+}
+
+TEST_F(Check, AnOutputThatMayNotBeWrittenIsNotReplaced) {
+    if (geteuid() == 0) GTEST_SKIP() << "the superuser may write everything";
+    const std::string path = folder_.write("out.dds", "before");
+    std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+    const std::string basis = PELTO_BASIS_FIXTURES "/uastc_4x4.basis";
+    const CommandResult result = run_pelto({"transcode", basis, "--usage", "bc3", "-o", path});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find(path + " cannot be written: Permission denied"), std::string::npos)
+        << result.err;
+    EXPECT_EQ(bytes_of(path), "before");
 }
 
 TEST_F(Check, AnOutputWhoseNameIsTooLongIsToldInThePlainWords) {

@@ -135,7 +135,7 @@ TEST_F(Library, SaysWhichFileIsADamagedBasisFile) {
     damaged[88] = 99;  // blocks across level 0
     folder_.write("a.basis", damaged);
     expect_problem(texture("a", "a.basis"),
-                   "a.basis: the blocks of a slice do not fit its extent, at byte 86");
+                   "a.basis: the blocks of a slice do not fit its extent, says byte 86");
 }
 
 TEST_F(Library, SaysWhichTextureNamesNoFile) {

@@ -1,5 +1,6 @@
 #include "check.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <iostream>
@@ -8,6 +9,7 @@
 #include <new>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <vBasisImage.h>
 #include <vTextureCheck.h>
@@ -55,7 +57,12 @@ std::vector<Result> check_all(const Options& options) {
         }
     };
     std::vector<std::jthread> others;
-    for (unsigned int i = 1; i < options.threads; ++i) others.emplace_back(work);
+    try {
+        const std::size_t threads = std::min<std::size_t>(options.threads, results.size());
+        while (others.size() + 1 < threads) others.emplace_back(work);
+    } catch (const std::system_error&) {
+        // Those that the system lets run do the work.
+    }
     work();
     others.clear();
     return results;
@@ -133,6 +140,10 @@ void add_check(CLI::App& app, ExitStatus& status) {
     command
         ->add_option("--max-extent", options->limits.maxExtent,
                      "Refuse files of more pixels across, down or deep")
+        ->check(CLI::NonNegativeNumber);
+    command
+        ->add_option("--max-file-bytes", options->limits.maxFileBytes,
+                     "Refuse files that are longer, whatever they hold: to load one is to read all of it")
         ->check(CLI::NonNegativeNumber);
     command->add_option("-j,--jobs", options->threads, "How many files to look at at a time (1)")
         ->check(CLI::Range(1u, kMostThreads));

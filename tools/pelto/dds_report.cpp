@@ -81,7 +81,7 @@ DDSReport report_dds(const std::string& path, bool flip, bool header_only, Trust
         }
     } catch (const std::bad_alloc&) {
         report.image.clear();
-        report.error = "its header promises more pixels than fit into memory";
+        report.error = "does not fit into memory";
     }
     return report;
 }

@@ -6,6 +6,7 @@
 #include <deque>
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <stdexcept>
@@ -131,6 +132,9 @@ ExitStatus transcode(const Options& options) {
     nlohmann::ordered_json written = nlohmann::ordered_json::array();
     try {
         transcode_slices(report, options, written);
+    } catch (const std::bad_alloc&) {
+        complain(options.file, "its blocks do not fit into memory");
+        status = kExitFailure;
     } catch (const std::runtime_error& error) {
         complain(options.file, error.what());
         status = kExitFailure;

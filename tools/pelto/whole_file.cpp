@@ -14,6 +14,8 @@
 
 namespace {
 
+namespace fs = std::filesystem;
+
 [[noreturn]] void fail(const std::string& path, const char* why) {
     throw std::runtime_error(printable(path) + " cannot be written: " + why);
 }
@@ -29,16 +31,24 @@ mode_t usual_mode() {
 
 }  // namespace
 
-WholeFile::WholeFile(std::string path) : path_(std::move(path)), temporary_(path_ + ".XXXXXX") {
-    // A file that takes the name of a pipe or a device ends it for everyone.
+WholeFile::WholeFile(const std::string& path) : path_(path), target_(path) {
     std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path_, error);
-    if (std::filesystem::is_directory(status)) fail(path_, EISDIR);
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
-        fail(path_, "it is not a regular file");
+    const fs::file_status status = fs::status(path, error);
+    if (status.type() == fs::file_type::none) fail(path, error.message().c_str());
+    if (fs::is_directory(status)) fail(path, EISDIR);
+    // A file that takes the name of a pipe or a device ends it for everyone.
+    if (fs::exists(status) && !fs::is_regular_file(status)) fail(path, "it is not a regular file");
+    if (fs::exists(status) && ::access(path.c_str(), W_OK) != 0) fail(path, errno);
+    // A link stays; the file that it leads to is replaced.
+    if (fs::is_symlink(fs::symlink_status(path, error))) {
+        if (!fs::exists(status)) fail(path, "it is a link that leads to no file");
+        target_ = fs::canonical(path, error).string();
+        if (error) fail(path, error.message().c_str());
     }
+    // Its name is short, so that there is room for it wherever there is for the file's own.
+    temporary_ = (fs::path(target_).parent_path() / ".pelto.XXXXXX").string();
     file_ = ::mkstemp(temporary_.data());
-    if (file_ < 0) fail(path_, errno);
+    if (file_ < 0) fail(path, errno);
 }
 
 WholeFile::~WholeFile() {
@@ -62,6 +72,6 @@ void WholeFile::close() {
 }
 
 void WholeFile::complete() {
-    if (std::rename(temporary_.c_str(), path_.c_str()) != 0) fail(path_, errno);
+    if (std::rename(temporary_.c_str(), target_.c_str()) != 0) fail(path_, errno);
     temporary_.clear();
 }

@@ -6,11 +6,12 @@
 #include <string>
 
 /// A file that is written beside its path and takes that name once it is complete; a file of that name is
-/// then replaced. Where it never is completed, nothing remains of it, and the file of that name is as it was.
+/// then replaced, or where that is a link, the file that it leads to. Where it never is completed, nothing
+/// remains of it, and the file of that name is as it was.
 class WholeFile {
 public:
     /// Throws std::runtime_error, which says what went wrong.
-    explicit WholeFile(std::string path);
+    explicit WholeFile(const std::string& path);
     ~WholeFile();
     WholeFile(const WholeFile&) = delete;
     WholeFile& operator=(const WholeFile&) = delete;
@@ -28,7 +29,8 @@ public:
 
 private:
     std::string path_;
-    std::string temporary_;  // empty once it has the name of path_
+    std::string target_;     // path_, or where that is a link, what it leads to
+    std::string temporary_;  // empty once it has the target's name
     int file_ = -1;
     int error_ = 0;
 };
