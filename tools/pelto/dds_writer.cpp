@@ -22,23 +22,22 @@ void append_zeros(std::string& bytes, std::size_t numbers) { bytes.append(4 * nu
 
 }  // namespace
 
-std::string dds_bytes(const DDSContent& content) {
-    const bool mips = content.levels.size() > 1;
+std::string dds_header(const DDSDescription& description) {
+    const bool mips = description.levels > 1;
     std::string bytes = "DDS ";
     append(bytes, kHeaderSize);
     append(bytes, kHasCapsHeightWidthPixelFormat | kHasLinearSize | (mips ? kHasMipMapCount : 0));
-    append(bytes, content.height);
-    append(bytes, content.width);
-    append(bytes, static_cast<std::uint32_t>(content.levels.front().size()));
+    append(bytes, description.height);
+    append(bytes, description.width);
+    append(bytes, description.bytes);
     append_zeros(bytes, 1);  // depth
-    append(bytes, static_cast<std::uint32_t>(content.levels.size()));
+    append(bytes, description.levels);
     append_zeros(bytes, 11);
     append(bytes, kPixelFormatSize);
     append(bytes, kPixelFormatFourCC);
-    bytes += content.four_cc;
+    bytes += description.four_cc;
     append_zeros(bytes, 5);  // bit count and masks
     append(bytes, kCapsTexture | (mips ? kCapsMipMaps : 0));
     append_zeros(bytes, 4);
-    for (const std::string& level : content.levels) bytes += level;
     return bytes;
 }

@@ -55,10 +55,10 @@ std::string extent(std::uint32_t width, std::uint32_t height) {
 }
 
 // The levels of a DDS file halve from one to the next, which those of a .basis file need not.
-void check_extent(const BasisLevel& level, std::size_t index, const DDSContent& content) {
+void check_extent(const BasisLevel& level, std::size_t index, const DDSDescription& first) {
     const auto halved = [&](std::uint32_t pixels) { return index < 32 ? std::max(pixels >> index, 1u) : 1u; };
-    const std::uint32_t width = halved(content.width);
-    const std::uint32_t height = halved(content.height);
+    const std::uint32_t width = halved(first.width);
+    const std::uint32_t height = halved(first.height);
     if (level.width == width && level.height == height) return;
     throw std::runtime_error("level " + std::to_string(level.level) + " of slice " +
                              std::to_string(level.slice) + " is " + extent(level.width, level.height) +
@@ -66,25 +66,36 @@ void check_extent(const BasisLevel& level, std::size_t index, const DDSContent& 
                              ": take the levels one by one with --level");
 }
 
-std::string dds_of_slice(const BasisReport& report, std::uint32_t slice, const Options& options,
-                         Progress& progress) {
+// Level by level, so that one is in memory at a time. Returns the bytes written.
+std::size_t write_slice(const BasisReport& report, std::uint32_t slice, const Options& options,
+                        Progress& progress, WholeFile& file) {
     const BasisUsage& target = kBasisUsages.at(options.usage);
-    DDSContent content;
-    content.four_cc = target.four_cc;
-    for (const std::uint32_t number : chosen("level", options.level, report.file.level_count(slice))) {
-        const BasisLevel* const level = report.file.find(slice, number);
-        if (!level) throw std::runtime_error("its table has no level " + std::to_string(number));
-        if (content.levels.empty()) {
-            content.width = level->width;
-            content.height = level->height;
+    const std::vector<std::uint32_t> numbers = chosen("level", options.level, report.file.level_count(slice));
+    if (numbers.empty()) throw std::runtime_error("slice " + std::to_string(slice) + " has no levels");
+
+    DDSDescription first;
+    std::size_t written = 0;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const BasisLevel* const level = report.file.find(slice, numbers[i]);
+        if (!level) throw std::runtime_error("its table has no level " + std::to_string(numbers[i]));
+        if (i == 0) {
+            first = {target.four_cc, level->width, level->height, 0,
+                     static_cast<std::uint32_t>(numbers.size())};
         }
-        check_extent(*level, content.levels.size(), content);
-        const BasisBlocks blocks = transcoded(report, slice, number, target.usage, options.usage);
-        content.levels.emplace_back(reinterpret_cast<const char*>(blocks.data.get()), blocks.size);
+        check_extent(*level, i, first);
+        const BasisBlocks blocks = transcoded(report, slice, numbers[i], target.usage, options.usage);
+        if (i == 0) {
+            first.bytes = static_cast<std::uint32_t>(blocks.size);
+            const std::string header = dds_header(first);
+            file.append(header.data(), header.size());
+            written = header.size();
+        }
+        file.append(blocks.data.get(), blocks.size);
+        written += blocks.size;
         progress.step();
     }
-    if (content.levels.empty()) throw std::runtime_error("slice " + std::to_string(slice) + " has no levels");
-    return dds_bytes(content);
+    file.close();
+    return written;
 }
 
 // OUT.dds, or OUT.N.dds where several slices are written.
@@ -108,11 +119,8 @@ void transcode_slices(const BasisReport& report, const Options& options, nlohman
         Progress progress("transcoding", steps);
         for (const std::uint32_t slice : slices) {
             const std::string path = output_path(options, slice, slices.size() > 1);
-            WholeFile& file = files.emplace_back(path);
-            const std::string bytes = dds_of_slice(report, slice, options, progress);
-            file.append(bytes.data(), bytes.size());
-            file.close();
-            descriptions.push_back({{"path", path}, {"slice", slice}, {"bytes", bytes.size()}});
+            const std::size_t bytes = write_slice(report, slice, options, progress, files.emplace_back(path));
+            descriptions.push_back({{"path", path}, {"slice", slice}, {"bytes", bytes}});
         }
     }
     for (std::size_t i = 0; i < files.size(); ++i) {
