@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstring>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -150,20 +151,24 @@ std::string level_words(int level, int face, int faces) {
     return words;
 }
 
+std::uint64_t total_bytes(const std::vector<vDDSLevel>& levels) {
+    return std::accumulate(
+        levels.begin(), levels.end(), std::uint64_t{0},
+        [](std::uint64_t total, const vDDSLevel& level) { return sum(total, level.bytes); });
+}
+
 std::optional<Result> size_fault(const DDSTable& table, const PixelLayout& layout,
                                  const vTextureLimits& limits) {
-    std::uint64_t total = 0;
     for (const vDDSLevel& level : table.levels) {
-        if (!is_countable(layout, level)) {
-            Result result = failure(vTextureCheck::eAbsurdSize, kWidth,
-                                    "its extent of " + std::to_string(level.width) + " x " +
-                                        std::to_string(level.height) + " x " + std::to_string(level.depth) +
-                                        " pixels takes more bytes than the loader can count");
-            result.totalBytes = kUncountable;
-            return result;
-        }
-        total = sum(total, level.bytes);
+        if (is_countable(layout, level)) continue;
+        Result result = failure(vTextureCheck::eAbsurdSize, kWidth,
+                                "its extent of " + std::to_string(level.width) + " x " +
+                                    std::to_string(level.height) + " x " + std::to_string(level.depth) +
+                                    " pixels takes more bytes than the loader can count");
+        result.totalBytes = kUncountable;
+        return result;
     }
+    const std::uint64_t total = total_bytes(table.levels);
     if (total == kUncountable || total > limits.maxBytes)
         return too_many_bytes(total, kWidth, limits.maxBytes);
     return std::nullopt;
@@ -188,7 +193,7 @@ Result result_of(const DDSTable& table, std::uint64_t length) {
             result.sentence += "; " + std::to_string(result.missingBytes) + " bytes are missing in all";
         }
     }
-    for (const vDDSLevel& level : table.levels) result.totalBytes += level.bytes;
+    result.totalBytes = total_bytes(table.levels);
     return result;
 }
 
