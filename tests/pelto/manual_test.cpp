@@ -57,6 +57,13 @@ TEST(Manual, EverySubcommandHasHelpJsonAndItsExitStatus) {
     }
 }
 
+TEST(Manual, HelpCallsWhatOptionsTakeByNoNameOfAType) {
+    for (const std::string& subcommand : expected_subcommands()) {
+        const std::string help = run_pelto({subcommand, "--help"}).out;
+        EXPECT_EQ(matches(help, "\\b(TEXT|U?INT|FLOAT)\\b"), Names()) << subcommand;
+    }
+}
+
 TEST(Manual, VersionIsTold) {
     const CommandResult result = run_pelto({"--version"});
     EXPECT_EQ(result.status, 0);

@@ -200,7 +200,9 @@ void add_inspect(CLI::App& app, ExitStatus& status) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command =
         app.add_subcommand("inspect", "Show what DDS and .basis files hold, a row each");
-    command->add_option("FILE", options->files, "DDS and .basis files to read")->required();
+    command->add_option("FILE", options->files, "DDS and .basis files to read")
+        ->required()
+        ->option_text("...");
     command->add_flag("--json", options->json, "Print a JSON array of objects instead of a table");
     command->add_flag("--header-only", options->header_only,
                       "Of DDS files, read the headers only: no pixels, no byte counts");

@@ -225,13 +225,18 @@ void add_library(CLI::App& app, ExitStatus& status) {
     CLI::App* const command =
         app.add_subcommand("library", "Load and check the textures that an XML document names, a row each");
     command->add_option("FILE.xml", options->document, "The document: materials with their textures")
-        ->required();
-    command->add_option("--xsd", options->schema,
-                        "The XML Schema that it must follow; where it is left out, FILE.xsd if there is one");
+        ->required()
+        ->type_name("");
+    command
+        ->add_option("--xsd", options->schema,
+                     "The XML Schema that it must follow; where it is left out, FILE.xsd if there is one")
+        ->option_text("FILE.xsd");
     command->add_flag("--json", options->json, "Print a JSON object instead of a table");
-    command->add_option(
-        "--sheet", options->sheet,
-        "Draw the textures into this PNG file, as pelto sheet does; it is replaced where it exists");
+    command
+        ->add_option(
+            "--sheet", options->sheet,
+            "Draw the textures into this PNG file, as pelto sheet does; it is replaced where it exists")
+        ->option_text("OUT.png");
     add_trust(*command, options->trust);
     command->footer(
         "Files are named from the document's folder. The check compares the bytes of every level with what\n"

@@ -73,15 +73,22 @@ void add_sheet(CLI::App& app, ExitStatus& status) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command =
         app.add_subcommand("sheet", "Draw all faces and levels of DDS and .basis files into a PNG file");
-    command->add_option("FILE", options->files, "DDS and .basis files to show")->required();
+    command->add_option("FILE", options->files, "DDS and .basis files to show")
+        ->required()
+        ->option_text("...");
     command
         ->add_option("-o,--output", options->output, "The PNG file to write; it is replaced where it exists")
-        ->required();
+        ->required()
+        ->option_text("OUT.png REQUIRED");
     command->add_flag("--flip", options->choice.flip, "Load the images of DDS files upside down");
-    command->add_option("--face", options->choice.face, "Show one face alone: 0 to 5 of a cube map");
-    command->add_option("--level", options->choice.level, "Show one mip level alone: 0 is the largest");
-    command->add_option("--exposure", options->exposure,
-                        "Stops by which light (BC6H and float formats) is made brighter: 1 doubles it");
+    command->add_option("--face", options->choice.face, "Show one face alone: 0 to 5 of a cube map")
+        ->option_text("N");
+    command->add_option("--level", options->choice.level, "Show one mip level alone: 0 is the largest")
+        ->option_text("N");
+    command
+        ->add_option("--exposure", options->exposure,
+                     "Stops by which light (BC6H and float formats) is made brighter: 1 doubles it")
+        ->option_text("STOPS");
     add_trust(*command, options->choice.trust);
     command->add_flag("--json", options->json, "Print where on the sheet each image lies, as a JSON object");
     command->footer(

@@ -128,15 +128,24 @@ ExitStatus size(const Options& options) {
 void add_size(CLI::App& app, ExitStatus& status) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand("size", "Tell how many bytes a texture takes");
-    command->add_option("WIDTH", options->width, "Pixels in a row")->required()->check(CLI::PositiveNumber);
-    command->add_option("HEIGHT", options->height, "Rows")->required()->check(CLI::PositiveNumber);
+    command->add_option("WIDTH", options->width, "Pixels in a row")
+        ->required()
+        ->option_text("REQUIRED")
+        ->check(CLI::PositiveNumber);
+    command->add_option("HEIGHT", options->height, "Rows")
+        ->required()
+        ->option_text("REQUIRED")
+        ->check(CLI::PositiveNumber);
     command->add_option("DEPTH", options->depth, "Slices (1 where it is left out)")
+        ->option_text(" ")
         ->check(CLI::PositiveNumber);
     CLI::Option_group* const pixels =
         command->add_option_group("Pixels", "What the pixels are: one of these");
     pixels->add_option("--format", options->format, "A texture format, 1 to 64; from 51 on block-compressed")
+        ->option_text("N")
         ->check(CLI::Range(1, 64));
     pixels->add_option("--client-type", options->client_type, "A layout of client pixel data, 1 to 36")
+        ->option_text("N")
         ->check(CLI::Range(1, 36));
     pixels->require_option(1);
     command->add_flag("--levels", options->levels, "Every mip level down to a single pixel, and their sum");

@@ -163,20 +163,24 @@ void add_transcode(CLI::App& app, ExitStatus& status) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand("transcode", "Make DDS files from a .basis file");
     const CLI::Validator number_or_all_of_them(number_or_all, "N|all");
-    command->add_option("FILE", options->file, "A .basis file with 2D textures")->required();
+    command->add_option("FILE", options->file, "A .basis file with 2D textures")->required()->type_name("");
     command->add_option("--usage", options->usage, "The blocks to make: bc1, bc3, bc4 or bc5")
         ->required()
+        ->option_text("NAME REQUIRED")
         ->check(CLI::IsMember(kBasisUsages));
     command->add_option("--level", options->level, "The mip level to take, or \"all\" (where it is left out)")
+        ->option_text("N|all")
         ->check(number_or_all_of_them);
     command
         ->add_option(
             "--slice", options->slice,
             "The slice to take (0 where it is left out), or \"all\": a file each, OUT.0.dds, OUT.1.dds ...")
+        ->option_text("N|all")
         ->check(number_or_all_of_them);
     command
         ->add_option("-o,--output", options->output, "The DDS file to write; it is replaced where it exists")
-        ->required();
+        ->required()
+        ->option_text("OUT.dds REQUIRED");
     command->add_flag("--json", options->json, "Print what was written, a JSON array of objects");
     add_trust(*command, options->trust);
     command->callback([options, &status] { status = transcode(*options); });

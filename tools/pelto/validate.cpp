@@ -123,9 +123,11 @@ void add_validate(CLI::App& app, ExitStatus& status) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand(
         "validate", "Say what is wrong with XML documents, as path:line:column: severity: message");
-    command->add_option("DOC", options->documents, "XML documents to read")->required();
-    command->add_option("--xsd", options->schema,
-                        "An XML Schema that the documents must follow; one with a DTD follows that instead");
+    command->add_option("DOC", options->documents, "XML documents to read")->required()->option_text("...");
+    command
+        ->add_option("--xsd", options->schema,
+                     "An XML Schema that the documents must follow; one with a DTD follows that instead")
+        ->option_text("FILE.xsd");
     command->add_flag("--json", options->json, "Print a JSON array of objects, one for each document");
     command->footer(
         "A document is read without the network and without files outside its own folder.\n"
