@@ -1,5 +1,6 @@
 #include "check.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <atomic>
 #include <cstdint>

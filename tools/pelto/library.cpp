@@ -1,5 +1,6 @@
 #include "library.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>

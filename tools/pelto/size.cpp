@@ -1,5 +1,6 @@
 #include "size.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdint>
 #include <iostream>

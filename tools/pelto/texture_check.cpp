@@ -1,5 +1,7 @@
 #include "texture_check.h"
 
+#include <CLI/CLI.hpp>
+
 #include "basis_file.h"
 
 void add_trust(CLI::App& command, Trust& trust) {

@@ -2,9 +2,12 @@
 #ifndef PELTO_TOOL_TEXTURE_CHECK_H
 #define PELTO_TOOL_TEXTURE_CHECK_H
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <vTextureCheck.h>
+
+namespace CLI {
+class App;
+}
 
 /// Whether a file is loaded without a look at it first.
 enum class Trust { kNo, kYes };

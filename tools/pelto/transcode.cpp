@@ -1,5 +1,6 @@
 #include "transcode.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

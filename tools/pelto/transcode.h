@@ -2,9 +2,11 @@
 #ifndef PELTO_TOOL_TRANSCODE_H
 #define PELTO_TOOL_TRANSCODE_H
 
-#include <CLI/CLI.hpp>
-
 #include "exit_status.h"
+
+namespace CLI {
+class App;
+}
 
 /// Adds the subcommand; when it is called, its exit status is put into `status`.
 void add_transcode(CLI::App& app, ExitStatus& status);

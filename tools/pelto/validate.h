@@ -2,9 +2,11 @@
 #ifndef PELTO_TOOL_VALIDATE_H
 #define PELTO_TOOL_VALIDATE_H
 
-#include <CLI/CLI.hpp>
-
 #include "exit_status.h"
+
+namespace CLI {
+class App;
+}
 
 /// Adds the subcommand; when it has run, `status` says how it went.
 void add_validate(CLI::App& app, ExitStatus& status);
