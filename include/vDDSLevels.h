@@ -65,9 +65,11 @@ public:
     /// Of the pixels; meaningful where there are levels.
     TOZ::SUPPORTED_FORMAT::Type GetFormat() const;
 
-    int GetNumFaces()
-        const;  ///< 6 for a cube map (+X, -X, +Y, -Y, +Z, -Z), else 1; 0 where there are no levels
-    int GetNumLevels() const;  ///< mip levels of each face, the base level included
+    /// 6 for a cube map (+X, -X, +Y, -Y, +Z, -Z), else 1; 0 where there are no levels.
+    int GetNumFaces() const;
+
+    /// Mip levels of each face, the base level included.
+    int GetNumLevels() const;
 
     /// `face` and `level` count from 0; where there is no such level, one without bytes and data.
     const vDDSLevel& GetLevel(int face, int level) const;
