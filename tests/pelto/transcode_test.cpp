@@ -231,6 +231,28 @@ TEST_F(Transcode, WritesMoreSlicesThanItMayOpenFiles) {
     EXPECT_EQ(files().size(), kSlices + 1);
 }
 
+// Sanitizers take more addresses than this leaves them.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+TEST_F(Transcode, SaysWhenTheBlocksOfALevelDoNotFitIntoMemory) {
+    namespace basis = support::basis;
+    const std::string small = bytes_of(fixture("etc1s_4x4"));
+    Bytes file(small.begin(), small.end());
+    // Of 16 bytes each: 1.8 GiB, where 1 GiB of addresses is left.
+    for (const basis::Field pixels : {basis::slice::kWidth, basis::slice::kHeight}) {
+        basis::put(file, basis::of_slice(file, 0, pixels), 44000);
+    }
+    for (const basis::Field blocks : {basis::slice::kBlocksAcross, basis::slice::kBlocksDown}) {
+        basis::put(file, basis::of_slice(file, 0, blocks), 11000);
+    }
+    const std::string path = folder_.write("large.basis", std::string(file.begin(), file.end()));
+    const CommandResult result =
+        run_pelto({"transcode", path, "--usage", "bc3", "-o", output()}, "ulimit -v 1048576");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.err, "pelto: " + path + ": its blocks do not fit into memory\n");
+    EXPECT_EQ(files(), std::vector<std::string>{"large.basis"});
+}
+#endif
+
 TEST_F(Transcode, WritesNoSliceWhereAnotherCannotBeWritten) {
     std::filesystem::create_directory(output("out.2.dds"));
     folder_.write("out.0.dds", "before");
