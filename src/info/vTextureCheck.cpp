@@ -4,16 +4,16 @@
 #include <array>
 #include <memory>
 
-#include "check/basis_table.h"
-#include "check/check_words.h"
-#include "check/dds_table.h"
-#include "check/regular_file.h"
 #include "dds/DDSFile.h"
+#include "info/basis_table.h"
+#include "info/check_words.h"
+#include "info/dds_table.h"
+#include "info/regular_file.h"
 #include "vBasisImage.h"
 
-using pelto::check::failure;
-using pelto::check::length_fault;
-using pelto::check::RegularFile;
+using pelto::info::failure;
+using pelto::info::length_fault;
+using pelto::info::RegularFile;
 
 namespace {
 
@@ -48,24 +48,24 @@ vTextureCheck::Result vTextureCheck::CheckDDSFile(const std::string& path, const
     std::array<unsigned char, pelto::dds::kHeadersSize> start{};
     const std::size_t available = file.read(start.data(), start.size());
     if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
-    return pelto::check::read_dds_table(start.data(), available, file.length(), limits).result;
+    return pelto::info::read_dds_table(start.data(), available, file.length(), limits).result;
 }
 
 vTextureCheck::Result vTextureCheck::CheckDDSBuffer(const void* data, std::uint64_t size,
                                                     const vTextureLimits& limits) {
     const auto* const bytes = static_cast<const unsigned char*>(data);
-    return pelto::check::read_dds_table(bytes, size, size, limits).result;
+    return pelto::info::read_dds_table(bytes, size, size, limits).result;
 }
 
 vTextureCheck::Result vTextureCheck::CheckBasisFile(const std::string& path, const vTextureLimits& limits) {
     RegularFile file(path);
     if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
     if (const auto fault = length_fault(file.length(), limits)) return *fault;
-    std::array<unsigned char, pelto::check::kBasisHeaderSize> header{};
+    std::array<unsigned char, pelto::info::kBasisHeaderSize> header{};
     const std::size_t header_bytes = file.read(header.data(), header.size());
     if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
     const std::uint64_t length = header_bytes < header.size() ? header_bytes : file.length();
-    if (const auto fault = pelto::check::basis_header_fault(header.data(), length)) return *fault;
+    if (const auto fault = pelto::info::basis_header_fault(header.data(), length)) return *fault;
 
     const auto bytes = std::make_unique_for_overwrite<unsigned char[]>(file.length());
     const std::size_t available = file.read(bytes.get(), file.length());
@@ -76,7 +76,7 @@ vTextureCheck::Result vTextureCheck::CheckBasisFile(const std::string& path, con
 vTextureCheck::Result vTextureCheck::CheckBasisBuffer(const void* data, std::uint64_t size,
                                                       const vTextureLimits& limits) {
     const auto* const bytes = static_cast<const unsigned char*>(data);
-    Result result = pelto::check::check_basis_table(bytes, size, limits);
+    Result result = pelto::info::check_basis_table(bytes, size, limits);
     if (!result.ok() || BorrowingImage(bytes, size).is_taken()) return result;
     result.status = eMalformedTable;
     result.sentence = "is damaged: its codebooks cannot be decoded";

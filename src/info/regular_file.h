@@ -1,6 +1,6 @@
 // A file that has a length: no folder, pipe or device, which could block or never end.
-#ifndef PELTO_CHECK_REGULAR_FILE_H
-#define PELTO_CHECK_REGULAR_FILE_H
+#ifndef PELTO_INFO_REGULAR_FILE_H
+#define PELTO_INFO_REGULAR_FILE_H
 
 #include <cstddef>
 #include <cstdint>
@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-namespace pelto::check {
+namespace pelto::info {
 
 /// Opens a file for reading. Links are followed. What is no file is not opened: to open some devices is to
 /// set them off, and a pipe's writer would find a reader that leaves.
@@ -41,6 +41,6 @@ private:
     std::string fault_;
 };
 
-}  // namespace pelto::check
+}  // namespace pelto::info
 
 #endif

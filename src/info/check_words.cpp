@@ -1,8 +1,8 @@
-#include "check/check_words.h"
+#include "info/check_words.h"
 
 #include <utility>
 
-namespace pelto::check {
+namespace pelto::info {
 
 vTextureCheck::Result failure(vTextureCheck::EStatus status, std::uint64_t offset, std::string sentence) {
     vTextureCheck::Result result;
@@ -63,4 +63,4 @@ std::string in_quotes(std::string_view bytes) {
     return text + '"';
 }
 
-}  // namespace pelto::check
+}  // namespace pelto::info

@@ -1,4 +1,4 @@
-#include "check/basis_table.h"
+#include "info/basis_table.h"
 
 #include <algorithm>
 #include <array>
@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "check/check_words.h"
+#include "info/check_words.h"
 
-namespace pelto::check {
+namespace pelto::info {
 
 namespace {
 
@@ -350,4 +350,4 @@ Result check_basis_table(const unsigned char* data, std::uint64_t size, const vT
     return BasisCheck(data, size, limits).run();
 }
 
-}  // namespace pelto::check
+}  // namespace pelto::info

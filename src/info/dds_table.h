@@ -1,6 +1,6 @@
 // Where the levels of a DDS file lie, held against its true length.
-#ifndef PELTO_CHECK_DDS_TABLE_H
-#define PELTO_CHECK_DDS_TABLE_H
+#ifndef PELTO_INFO_DDS_TABLE_H
+#define PELTO_INFO_DDS_TABLE_H
 
 #include <cstddef>
 #include <cstdint>
@@ -10,7 +10,7 @@
 #include "vDDSLevels.h"
 #include "vTextureCheck.h"
 
-namespace pelto::check {
+namespace pelto::info {
 
 struct DDSTable {
     vTextureCheck::Result result;
@@ -27,6 +27,6 @@ struct DDSTable {
 DDSTable read_dds_table(const unsigned char* start, std::size_t available, std::uint64_t length,
                         const vTextureLimits& limits);
 
-}  // namespace pelto::check
+}  // namespace pelto::info
 
 #endif

@@ -1,4 +1,4 @@
-#include "check/regular_file.h"
+#include "info/regular_file.h"
 
 #include <cerrno>
 #include <cstring>
@@ -14,7 +14,7 @@
 #include <unistd.h>
 #endif
 
-namespace pelto::check {
+namespace pelto::info {
 
 namespace {
 
@@ -107,4 +107,4 @@ void RegularFile::unmap(const void* mapping, std::uint64_t length) {
 
 #endif
 
-}  // namespace pelto::check
+}  // namespace pelto::info

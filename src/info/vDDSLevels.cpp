@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "check/check_words.h"
-#include "check/dds_table.h"
-#include "check/regular_file.h"
+#include "info/check_words.h"
+#include "info/dds_table.h"
+#include "info/regular_file.h"
 
-using pelto::check::RegularFile;
+using pelto::info::RegularFile;
 
 vDDSLevels::vDDSLevels()
     : _format(TOZ::SUPPORTED_FORMAT::RGBA8), _numFaces(0), _mapping(nullptr), _mappingSize(0) {}
@@ -43,9 +43,9 @@ const vTextureCheck::Result& vDDSLevels::Map(const std::string& path, const vTex
         _mappingSize = file.length();
     }
     if (!file.fault().empty()) {
-        _result = pelto::check::failure(vTextureCheck::eUnreadable, 0, file.fault());
+        _result = pelto::info::failure(vTextureCheck::eUnreadable, 0, file.fault());
     } else if (!_mapping && _mappingSize > 0) {
-        _result = pelto::check::failure(vTextureCheck::eUnreadable, 0, "cannot be mapped");
+        _result = pelto::info::failure(vTextureCheck::eUnreadable, 0, "cannot be mapped");
     } else {
         _Tabulate(_mapping, _mappingSize, limits);
     }
@@ -71,7 +71,7 @@ const vDDSLevel& vDDSLevels::GetLevel(int face, int level) const {
 
 void vDDSLevels::_Tabulate(const void* data, std::uint64_t size, const vTextureLimits& limits) {
     const auto* const bytes = static_cast<const unsigned char*>(data);
-    pelto::check::DDSTable table = pelto::check::read_dds_table(bytes, size, size, limits);
+    pelto::info::DDSTable table = pelto::info::read_dds_table(bytes, size, size, limits);
     for (vDDSLevel& level : table.levels) {
         if (level.offset <= size && level.bytes <= size - level.offset) level.data = bytes + level.offset;
     }

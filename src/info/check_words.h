@@ -1,16 +1,16 @@
 // Results of checks, with their sentences for a person.
-#ifndef PELTO_CHECK_CHECK_WORDS_H
-#define PELTO_CHECK_CHECK_WORDS_H
+#ifndef PELTO_INFO_CHECK_WORDS_H
+#define PELTO_INFO_CHECK_WORDS_H
 
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "info/checked_numbers.h"
 #include "vTextureCheck.h"
 
-namespace pelto::check {
+namespace pelto::info {
 
 vTextureCheck::Result failure(vTextureCheck::EStatus status, std::uint64_t offset, std::string sentence);
 
@@ -29,17 +29,6 @@ std::optional<vTextureCheck::Result> length_fault(std::uint64_t length, const vT
 /// Bytes in quotes; those that are no printable ASCII characters as \xNN.
 std::string in_quotes(std::string_view bytes);
 
-/// Products and sums that stay at the largest number where they would be larger.
-constexpr std::uint64_t kUncountable = std::numeric_limits<std::uint64_t>::max();
-
-constexpr std::uint64_t product(std::uint64_t a, std::uint64_t b) {
-    return b != 0 && a > kUncountable / b ? kUncountable : a * b;
-}
-
-constexpr std::uint64_t sum(std::uint64_t a, std::uint64_t b) {
-    return a > kUncountable - b ? kUncountable : a + b;
-}
-
-}  // namespace pelto::check
+}  // namespace pelto::info
 
 #endif

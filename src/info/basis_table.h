@@ -1,6 +1,6 @@
 // The header and tables of a .basis file, held against its true length.
-#ifndef PELTO_CHECK_BASIS_TABLE_H
-#define PELTO_CHECK_BASIS_TABLE_H
+#ifndef PELTO_INFO_BASIS_TABLE_H
+#define PELTO_INFO_BASIS_TABLE_H
 
 #include <cstddef>
 #include <cstdint>
@@ -8,7 +8,7 @@
 
 #include "vTextureCheck.h"
 
-namespace pelto::check {
+namespace pelto::info {
 
 constexpr std::size_t kBasisHeaderSize = 77;
 
@@ -20,6 +20,6 @@ std::optional<vTextureCheck::Result> basis_header_fault(const unsigned char* hea
 vTextureCheck::Result check_basis_table(const unsigned char* data, std::uint64_t size,
                                         const vTextureLimits& limits);
 
-}  // namespace pelto::check
+}  // namespace pelto::info
 
 #endif

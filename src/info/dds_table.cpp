@@ -1,4 +1,4 @@
-#include "check/dds_table.h"
+#include "info/dds_table.h"
 
 #include <algorithm>
 #include <climits>
@@ -8,11 +8,11 @@
 #include <string>
 #include <string_view>
 
-#include "check/check_words.h"
 #include "dds/DDSFile.h"
 #include "dds/pixel_layout.h"
+#include "info/check_words.h"
 
-namespace pelto::check {
+namespace pelto::info {
 
 namespace {
 
@@ -225,4 +225,4 @@ DDSTable read_dds_table(const unsigned char* start, std::size_t available, std::
     return table;
 }
 
-}  // namespace pelto::check
+}  // namespace pelto::info
