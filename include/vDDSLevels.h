@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
 // The levels of a DDS file where they lie: offsets, bytes and extents, without a copy.
 //
-// For streaming: levels are offered from memory that the caller owns, or from a file that is mapped. Small
-// levels can be uploaded first, and the complete levels of a file that has arrived in part are offered too.
-// Pixels lie as in the file: nothing is flipped, and channels are in the file's order, which vDDSImage::load
-// would have changed to red first.
+// For streaming: offers levels from memory that the caller owns, or from a file that it maps. Small levels
+// can be uploaded first, and of a file that has arrived in part, the complete levels are there already. It
+// takes every format of vTextureFormats.h, all layers of texture arrays, and cube maps without all their
+// faces. Pixels lie as in the file: nothing is flipped, and channels are in the file's order, which
+// vDDSImage::load changes.
 //
-// Hostile files: safe on any bytes, as vTextureCheck is. But a mapped file that another process cuts short
+// Hostile files: safe on any bytes, as vTextureInfo is. But a mapped file that another process cuts short
 // while it is mapped ends the process that reads the lost part (SIGBUS): read files into memory that others
 // may change.
 //
@@ -17,11 +19,11 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "PeltoExport.h"
 #include "vDDSImage.h"
 #include "vTextureCheck.h"
+#include "vTextureInfo.h"
 
 #if defined(_MSC_VER)
 #pragma warning(push)
@@ -34,7 +36,7 @@ struct vDDSLevel {
     std::uint64_t bytes = 0;              ///< of all its depth slices, one after the other
     std::uint32_t width = 0;              ///< pixels
     std::uint32_t height = 0;             ///< pixels
-    std::uint32_t depth = 0;              ///< pixels, as the loader counts them: at least 1
+    std::uint32_t depth = 0;              ///< pixels, at least 1
     const unsigned char* data = nullptr;  ///< its bytes where they lie; null when the level is not whole
 };
 
@@ -49,38 +51,46 @@ public:
     vDDSLevels& operator=(vDDSLevels&& other) noexcept;
 
     /// Reads the headers of a whole file, or the start of one, of `size` bytes at `data`, which stay the
-    /// caller's and must outlive the table. Also returned when the file is truncated: the levels that are
-    /// whole are offered.
+    /// caller's and must outlive the table. Of a truncated file, offers the levels that are whole.
     const vTextureCheck::Result& Read(const void* data, std::uint64_t size,
                                       const vTextureLimits& limits = vTextureLimits());
 
-    /// The same for the file `path` (in the C runtime's fopen encoding), which is mapped for reading until
-    /// the next Read or Map, or the end of the table.
+    /// The same for the file `path` (in the C runtime's fopen encoding), which stays mapped for reading until
+    /// the next Read or Map, or the end of the table. A file beyond the limits is not mapped.
     const vTextureCheck::Result& Map(const std::string& path,
                                      const vTextureLimits& limits = vTextureLimits());
 
-    /// What the last Read or Map found: a truncated file's first level that is not whole is named here.
+    /// What the last Read or Map found; of a truncated file, the first level that is not whole.
     const vTextureCheck::Result& GetResult() const;
 
-    /// Of the pixels; meaningful where there are levels.
+    /// Everything else about the file.
+    const vTextureInfo& GetInfo() const;
+
+    /// Of the pixels; blockBytes is 0 where there are no levels.
+    const vPixelFormat& GetPixelFormat() const;
+
+    /// What vDDSImage calls the format; RGBA8 also where vDDSImage does not take it (GetInfo().loaderFormat).
     TOZ::SUPPORTED_FORMAT::Type GetFormat() const;
 
-    /// 6 for a cube map (+X, -X, +Y, -Y, +Z, -Z), else 1; 0 where there are no levels.
+    /// Array elements; cubes where the file is an array of cube maps. 0 where there are no levels.
+    int GetNumLayers() const;
+
+    /// Cube faces that the file holds, else 1; 0 where there are no levels.
     int GetNumFaces() const;
 
     /// Mip levels of each face, the base level included.
     int GetNumLevels() const;
 
-    /// `face` and `level` count from 0; where there is no such level, one without bytes and data.
-    const vDDSLevel& GetLevel(int face, int level) const;
+    /// `face` counts +X, -X, +Y, -Y, +Z, -Z from 0, also in a cube map that lacks some. One without bytes and
+    /// data where there is no such level.
+    vDDSLevel GetLevel(int face, int level, int layer = 0) const;
 
 private:
     void _Tabulate(const void* data, std::uint64_t size, const vTextureLimits& limits);
 
     vTextureCheck::Result _result;
-    std::vector<vDDSLevel> _levels;
-    TOZ::SUPPORTED_FORMAT::Type _format;
-    int _numFaces;
+    vTextureInfo _info;
+    const unsigned char* _data;
     const void* _mapping;
     std::uint64_t _mappingSize;
 };

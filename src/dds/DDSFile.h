@@ -62,6 +62,8 @@ constexpr std::uint32_t four_cc(const char (&text)[5]) {
     return code;
 }
 
+constexpr std::uint32_t kFourCCDX10 = four_cc("DX10");
+
 /// Reads a file's bytes from front to back. What lies beyond the available bytes reads as zero.
 class FileBytes {
 public:

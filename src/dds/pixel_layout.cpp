@@ -1,6 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "dds/pixel_layout.h"
 
-#include <algorithm>
+#include <iterator>
+
+#include "vTextureFormats.h"
 
 namespace pelto::dds {
 
@@ -8,52 +11,36 @@ namespace {
 
 using namespace TOZ::SUPPORTED_FORMAT;
 
-struct CodedLayout {
-    std::uint32_t code;
-    PixelLayout layout;
+// By the number of the format.
+constexpr PixelLayout kLayouts[] = {
+    {LUMINANCE8, 1, 8, false}, {RGB8, 3, 8, false},  {RGBA8, 4, 8, false},
+    {BGRA8, 3, 8, false},  // four bytes in the file, read as three
+    {RGBA16F, 4, 16, false},   {R32F, 1, 32, false}, {RGB32F, 3, 32, false},
+    {RGBA32F, 4, 32, false},   {DXT1, 3, 8, true},   {DXT3, 4, 8, true},
+    {DXT5, 4, 8, true},        {BC4U, 1, 8, true},   {BC4S, 1, 8, true},
+    {BC5U, 2, 8, true},        {BC5S, 2, 8, true},   {BC6H_SF16, 3, 8, true},
+    {BC6H_UF16, 3, 8, true},
 };
 
-// By DXGI format. RGBA32F (DXGI 2) is accepted by its FourCC alone.
-constexpr CodedLayout kDXGILayouts[] = {
-    {6, {RGB32F, 3, 32, false}},    // R32G32B32_FLOAT
-    {10, {RGBA16F, 4, 16, false}},  // R16G16B16A16_FLOAT
-    {41, {R32F, 1, 32, false}},     // R32_FLOAT
-    {71, {DXT1, 3, 8, true}},       // BC1_UNORM
-    {74, {DXT3, 4, 8, true}},       // BC2_UNORM
-    {77, {DXT5, 4, 8, true}},       // BC3_UNORM
-    {80, {BC4U, 1, 8, true}},       // BC4_UNORM
-    {81, {BC4S, 1, 8, true}},       // BC4_SNORM
-    {83, {BC5U, 2, 8, true}},       // BC5_UNORM
-    {84, {BC5S, 2, 8, true}},       // BC5_SNORM
-    {87, {BGRA8, 3, 8, false}},     // B8G8R8A8_UNORM, read at three bytes per pixel
-    {95, {BC6H_UF16, 3, 8, true}},  // BC6H_UF16
-    {96, {BC6H_SF16, 3, 8, true}},  // BC6H_SF16
-};
+constexpr bool each_lies_at_its_number() {
+    for (std::size_t i = 0; i < std::size(kLayouts); ++i) {
+        if (kLayouts[i].format != static_cast<Type>(i)) return false;
+    }
+    return true;
+}
+static_assert(each_lies_at_its_number());
 
-// By FourCC; the numbers are Direct3D 9 format codes. "BC5S" reads as unsigned, unlike DXGI format 84.
-constexpr CodedLayout kFourCCLayouts[] = {
-    {four_cc("DXT1"), {DXT1, 3, 8, true}}, {four_cc("DXT3"), {DXT3, 4, 8, true}},
-    {four_cc("DXT5"), {DXT5, 4, 8, true}}, {four_cc("ATI1"), {BC4U, 1, 8, true}},
-    {four_cc("BC4U"), {BC4U, 1, 8, true}}, {four_cc("BC4S"), {BC4S, 1, 8, true}},
-    {four_cc("ATI2"), {BC5U, 2, 8, true}}, {four_cc("BC5U"), {BC5U, 2, 8, true}},
-    {four_cc("BC5S"), {BC5U, 2, 8, true}}, {113, {RGBA16F, 4, 16, false}},
-    {114, {R32F, 1, 32, false}},           {116, {RGBA32F, 4, 32, false}},
-};
-
-template <std::size_t N>
-std::optional<PixelLayout> find_layout(const CodedLayout (&layouts)[N], std::uint32_t code) {
-    const auto* const found =
-        std::find_if(layouts, layouts + N, [&](const CodedLayout& entry) { return entry.code == code; });
-    if (found == layouts + N) return std::nullopt;
-    return found->layout;
+std::optional<PixelLayout> layout_or_nothing(int loader_format) {
+    if (loader_format == vPixelFormat::kRefused) return std::nullopt;
+    return layout_of(static_cast<Type>(loader_format));
 }
 
 std::optional<PixelLayout> uncompressed_layout(std::uint32_t flags, std::uint32_t bit_count) {
     const bool rgb = flags == kPixelFormatRGB;
     const bool rgba = flags == kPixelFormatRGBA;
-    if (bit_count == 32 && (rgb || rgba)) return PixelLayout{RGBA8, 4, 8, false};
-    if (bit_count == 24 && rgb) return PixelLayout{RGB8, 3, 8, false};
-    if (bit_count == 8) return PixelLayout{LUMINANCE8, 1, 8, false};
+    if (bit_count == 32 && (rgb || rgba)) return layout_of(RGBA8);
+    if (bit_count == 24 && rgb) return layout_of(RGB8);
+    if (bit_count == 8) return layout_of(LUMINANCE8);
     return std::nullopt;
 }
 
@@ -69,13 +56,18 @@ std::optional<PixelLayout> find_pixel_layout(const TOZ::DDS_PIXELFORMAT& pixel_f
     switch (format_code(pixel_format)) {
         case FormatCode::kPixelFormat:
             return uncompressed_layout(pixel_format.dwFlags, pixel_format.dwRGBBitCount);
-        case FormatCode::kDXGI:
-            return find_layout(kDXGILayouts, dxgi_format);
+        case FormatCode::kDXGI: {
+            const vPixelFormat* const found = vTextureFormats::FindDXGI(dxgi_format);
+            return layout_or_nothing(found ? found->loader : vPixelFormat::kRefused);
+        }
         case FormatCode::kFourCC:
             break;
     }
-    return find_layout(kFourCCLayouts, pixel_format.dwFourCC);
+    const vLegacyFormat* const found = vTextureFormats::FindFourCC(pixel_format.dwFourCC);
+    return layout_or_nothing(found ? found->loader : vPixelFormat::kRefused);
 }
+
+const PixelLayout& layout_of(Type format) { return kLayouts[format]; }
 
 std::size_t block_size(Type format) { return format == DXT1 || format == BC4U || format == BC4S ? 8 : 16; }
 

@@ -11,8 +11,6 @@
 
 namespace pelto::dds {
 
-constexpr std::uint32_t kFourCCDX10 = four_cc("DX10");
-
 /// Which field of the headers names the format.
 enum class FormatCode { kPixelFormat, kFourCC, kDXGI };
 
@@ -28,6 +26,9 @@ FormatCode format_code(const TOZ::DDS_PIXELFORMAT& pixel_format);
 /// Nothing for a format that is not supported. `dxgi_format` counts where the FourCC is "DX10".
 std::optional<PixelLayout> find_pixel_layout(const TOZ::DDS_PIXELFORMAT& pixel_format,
                                              std::uint32_t dxgi_format);
+
+/// What the loader stores of pixels of that format.
+const PixelLayout& layout_of(TOZ::SUPPORTED_FORMAT::Type format);
 
 /// Bytes of a 4x4-pixel block of a compressed format.
 std::size_t block_size(TOZ::SUPPORTED_FORMAT::Type format);

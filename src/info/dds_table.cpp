@@ -11,100 +11,36 @@
 #include "dds/DDSFile.h"
 #include "dds/pixel_layout.h"
 #include "info/check_words.h"
+#include "info/dds_headers.h"
 
 namespace pelto::info {
 
 namespace {
 
 using dds::Header;
-using dds::HeaderDX10;
-using dds::kMagic;
 using dds::PixelLayout;
 using Result = vTextureCheck::Result;
 
-constexpr std::uint32_t kMostLevels = 32;  // an extent has 32 bits
-
-constexpr std::size_t kHeaderEnd = sizeof kMagic + sizeof(Header);
-
-// Bytes from the start of the file.
-constexpr std::size_t kHeight = sizeof kMagic + offsetof(Header, height);
-constexpr std::size_t kWidth = sizeof kMagic + offsetof(Header, width);
-constexpr std::size_t kDepth = sizeof kMagic + offsetof(Header, depth);
-constexpr std::size_t kMipMapCount = sizeof kMagic + offsetof(Header, mipMapCount);
-constexpr std::size_t kPixelFormat =
-    sizeof kMagic + offsetof(Header, pixelFormat) + offsetof(TOZ::DDS_PIXELFORMAT, dwFlags);
-constexpr std::size_t kFourCC =
-    sizeof kMagic + offsetof(Header, pixelFormat) + offsetof(TOZ::DDS_PIXELFORMAT, dwFourCC);
-
-struct Headers {
-    Header header{};
-    HeaderDX10 extension{};
-    std::size_t end = kHeaderEnd;  // where the pixels begin
-};
-
-std::optional<Result> magic_fault(std::string_view start) {
-    const std::string_view magic(kMagic, sizeof kMagic);
-    if (start.substr(0, magic.size()) == magic) return std::nullopt;
-    if (start.empty()) return failure(vTextureCheck::eNotThisKind, 0, "is empty");
-    if (start.size() < magic.size() && start == magic.substr(0, start.size())) {
-        return cut_short("its header", kHeaderEnd, start.size());
-    }
-    return failure(vTextureCheck::eNotThisKind, 0,
-                   "is not a DDS file: it starts with " + in_quotes(start.substr(0, magic.size())) +
-                       " instead of \"DDS \"");
+// Of a format that the loader does not take, but that is known.
+std::string who_takes(const vPixelFormat& format) {
+    return has_picture(format) ? "vDDSLevels and pelto sheet do" : "vDDSLevels does";
 }
 
-std::optional<Result> read_headers(std::string_view start, Headers& headers) {
-    if (std::optional<Result> fault = magic_fault(start)) return fault;
-    if (start.size() < kHeaderEnd) return cut_short("its header", kHeaderEnd, start.size());
-    std::memcpy(&headers.header, start.data() + sizeof kMagic, sizeof(Header));
-    if (headers.header.pixelFormat.dwFourCC != dds::kFourCCDX10) return std::nullopt;
-    headers.end += sizeof(HeaderDX10);
-    if (start.size() < headers.end) return cut_short("its DX10 header", headers.end, start.size());
-    std::memcpy(&headers.extension, start.data() + kHeaderEnd, sizeof(HeaderDX10));
-    return std::nullopt;
-}
-
-Result unsupported_format(const Headers& headers) {
-    const TOZ::DDS_PIXELFORMAT& pixel_format = headers.header.pixelFormat;
-    const auto fault = [](std::size_t offset, const std::string& what, const std::string& more) {
+Result unsupported_format(const DDSHeaders& headers) {
+    const std::size_t offset = dds_format_offset(headers);
+    vPixelFormat format;
+    if (!find_dds_format(headers, format)) {
         return failure(vTextureCheck::eUnsupportedFormat, offset,
-                       what + " at byte " + std::to_string(offset) + more + " is not supported");
-    };
-    switch (dds::format_code(pixel_format)) {
-        case dds::FormatCode::kDXGI:
-            return fault(kHeaderEnd, "the DXGI format " + std::to_string(headers.extension.dxgiFormat), "");
-        case dds::FormatCode::kFourCC: {
-            char code[4];
-            std::memcpy(code, &pixel_format.dwFourCC, sizeof code);
-            return fault(kFourCC, "the FourCC " + in_quotes({code, sizeof code}), "");
-        }
-        case dds::FormatCode::kPixelFormat:
-            break;
+                       dds_format_words(headers) + " is not supported");
     }
-    return fault(kPixelFormat, "the pixel format",
-                 " (flags " + std::to_string(pixel_format.dwFlags) + ", " +
-                     std::to_string(pixel_format.dwRGBBitCount) + " bits a pixel)");
+    return failure(
+        vTextureCheck::eUnsupportedFormat, offset,
+        std::string("is ").append(format.name) + ", which vDDSImage does not take: " + who_takes(format));
 }
 
 // The loader takes a depth that is no positive number for 1.
 std::uint32_t depth_of(const Header& header) {
     return header.depth == 0 || header.depth > INT_MAX ? 1 : header.depth;
-}
-
-std::optional<Result> extent_fault(const Header& header, const vTextureLimits& limits) {
-    const std::uint32_t limit = std::min(limits.maxExtent, std::uint32_t{INT_MAX});
-    const auto absurd = [&](std::uint32_t pixels) { return pixels == 0 || pixels > limit; };
-    if (absurd(header.width)) return absurd_extent("width", header.width, kWidth, limit);
-    if (absurd(header.height)) return absurd_extent("height", header.height, kHeight, limit);
-    if (absurd(depth_of(header))) return absurd_extent("depth", header.depth, kDepth, limit);
-    if (header.mipMapCount > kMostLevels) {
-        return failure(vTextureCheck::eAbsurdSize, kMipMapCount,
-                       "its " + std::to_string(header.mipMapCount) + " levels at byte " +
-                           std::to_string(kMipMapCount) + " are more than the " +
-                           std::to_string(kMostLevels) + " of the largest image");
-    }
-    return std::nullopt;
 }
 
 std::uint64_t slice_bytes(const PixelLayout& layout, std::uint64_t width, std::uint64_t height) {
@@ -123,12 +59,12 @@ bool is_countable(const PixelLayout& layout, const vDDSLevel& level) {
     return level.bytes != kUncountable && slice <= most;
 }
 
-std::vector<vDDSLevel> levels_of(const Headers& headers, const PixelLayout& layout, int faces) {
+std::vector<vDDSLevel> levels_of(const DDSHeaders& headers, const PixelLayout& layout, int faces) {
     const Header& header = headers.header;
     const std::uint32_t count = std::max(header.mipMapCount, 1u);
     std::vector<vDDSLevel> levels;
     levels.reserve(static_cast<std::size_t>(faces) * count);
-    std::uint64_t offset = headers.end;
+    std::uint64_t offset = headers.loader_data;
     for (int face = 0; face < faces; ++face) {
         std::uint32_t width = header.width;
         std::uint32_t height = header.height;
@@ -161,7 +97,7 @@ std::optional<Result> size_fault(const DDSTable& table, const PixelLayout& layou
                                  const vTextureLimits& limits) {
     for (const vDDSLevel& level : table.levels) {
         if (is_countable(layout, level)) continue;
-        Result result = failure(vTextureCheck::eAbsurdSize, kWidth,
+        Result result = failure(vTextureCheck::eAbsurdSize, kDDSWidth,
                                 "its extent of " + std::to_string(level.width) + " x " +
                                     std::to_string(level.height) + " x " + std::to_string(level.depth) +
                                     " pixels takes more bytes than the loader can count");
@@ -170,7 +106,7 @@ std::optional<Result> size_fault(const DDSTable& table, const PixelLayout& layou
     }
     const std::uint64_t total = total_bytes(table.levels);
     if (total == kUncountable || total > limits.maxBytes)
-        return too_many_bytes(total, kWidth, limits.maxBytes);
+        return too_many_bytes(total, kDDSWidth, limits.maxBytes);
     return std::nullopt;
 }
 
@@ -202,7 +138,7 @@ Result result_of(const DDSTable& table, std::uint64_t length) {
 DDSTable read_dds_table(const unsigned char* start, std::size_t available, std::uint64_t length,
                         const vTextureLimits& limits) {
     DDSTable table;
-    Headers headers;
+    DDSHeaders headers;
     const auto refused = [&](const Result& result) {
         table.result = result;
         table.levels.clear();
@@ -211,13 +147,15 @@ DDSTable read_dds_table(const unsigned char* start, std::size_t available, std::
     };
     if (const auto fault = length_fault(length, limits)) return refused(*fault);
     const std::string_view bytes(reinterpret_cast<const char*>(start), available);
-    if (const auto fault = read_headers(bytes, headers)) return refused(*fault);
+    if (const auto fault = read_dds_headers(bytes, headers)) return refused(*fault);
     const std::optional<PixelLayout> layout =
         dds::find_pixel_layout(headers.header.pixelFormat, headers.extension.dxgiFormat);
     if (!layout) return refused(unsupported_format(headers));
-    if (const auto fault = extent_fault(headers.header, limits)) return refused(*fault);
-
+    table.has_format = true;
     table.format = layout->format;
+    if (const auto fault = dds_extent_fault(headers.header, depth_of(headers.header), limits))
+        return refused(*fault);
+
     table.faces = (headers.header.caps2 & dds::kCaps2Cubemap) != 0 ? dds::kCubeFaces : 1;
     table.levels = levels_of(headers, *layout, table.faces);
     if (const auto fault = size_fault(table, *layout, limits)) return refused(*fault);

@@ -18,6 +18,7 @@ struct DDSTable {
     /// Face after face, without their data; none where the file is refused for another reason than its end.
     std::vector<vDDSLevel> levels;
 
+    bool has_format = false;  // the loader takes the format, whatever else is wrong
     TOZ::SUPPORTED_FORMAT::Type format = TOZ::SUPPORTED_FORMAT::RGBA8;
     int faces = 0;
 };

@@ -23,6 +23,9 @@ namespace {
 using Status = struct _stat64;
 
 std::FILE* open_file(const char* path) { return std::fopen(path, "rb"); }
+bool seek(std::FILE* file, std::uint64_t offset) {
+    return offset <= INT64_MAX && _fseeki64(file, static_cast<std::int64_t>(offset), SEEK_SET) == 0;
+}
 bool read_status(const char* path, Status& status) { return _stat64(path, &status) == 0; }
 bool read_status(std::FILE* file, Status& status) { return _fstat64(_fileno(file), &status) == 0; }
 bool is_directory(const Status& status) { return (status.st_mode & _S_IFMT) == _S_IFDIR; }
@@ -39,6 +42,9 @@ std::FILE* open_file(const char* path) {
     std::FILE* const file = fdopen(descriptor, "rb");
     if (!file) close(descriptor);
     return file;
+}
+bool seek(std::FILE* file, std::uint64_t offset) {
+    return offset <= INT64_MAX && fseeko(file, static_cast<off_t>(offset), SEEK_SET) == 0;
 }
 bool read_status(const char* path, Status& status) { return stat(path, &status) == 0; }
 bool read_status(std::FILE* file, Status& status) { return fstat(fileno(file), &status) == 0; }
@@ -71,8 +77,15 @@ RegularFile::RegularFile(const std::string& path) {
     length_ = static_cast<std::uint64_t>(status.st_size);
 }
 
-std::size_t RegularFile::read(void* to, std::size_t n) {
-    std::rewind(file_.get());
+ByteSource RegularFile::source() {
+    return {length_,
+            [this](std::uint64_t offset, void* to, std::size_t n) { return read_at(offset, to, n); }};
+}
+
+std::size_t RegularFile::read(void* to, std::size_t n) { return read_at(0, to, n); }
+
+std::size_t RegularFile::read_at(std::uint64_t offset, void* to, std::size_t n) {
+    if (!seek(file_.get(), offset)) return 0;
     const std::size_t count = std::fread(to, 1, n, file_.get());
     if (std::ferror(file_.get())) fault_ = with_reason("cannot be read");
     return count;

@@ -8,6 +8,8 @@
 #include <memory>
 #include <string>
 
+#include "info/byte_source.h"
+
 namespace pelto::info {
 
 /// Opens a file for reading. Links are followed. What is no file is not opened: to open some devices is to
@@ -26,6 +28,9 @@ public:
     /// shrunk, and when reading fails.
     std::size_t read(void* to, std::size_t n);
 
+    /// Reads anywhere in the file, which must outlive the source.
+    ByteSource source();
+
     /// Maps the whole file for reading; null when that cannot be done, and for an empty file. Whoever holds
     /// the mapping ends it with `unmap`.
     const void* map();
@@ -35,6 +40,8 @@ private:
     struct Close {
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
+
+    std::size_t read_at(std::uint64_t offset, void* to, std::size_t n);
 
     std::unique_ptr<std::FILE, Close> file_;
     std::uint64_t length_ = 0;

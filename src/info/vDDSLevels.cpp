@@ -1,16 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "vDDSLevels.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "info/check_words.h"
-#include "info/dds_table.h"
+#include "info/other_kinds.h"
 #include "info/regular_file.h"
 
 using pelto::info::RegularFile;
 
-vDDSLevels::vDDSLevels()
-    : _format(TOZ::SUPPORTED_FORMAT::RGBA8), _numFaces(0), _mapping(nullptr), _mappingSize(0) {}
+vDDSLevels::vDDSLevels() : _data(nullptr), _mapping(nullptr), _mappingSize(0) {}
 
 vDDSLevels::~vDDSLevels() { RegularFile::unmap(_mapping, _mappingSize); }
 
@@ -20,9 +19,8 @@ vDDSLevels& vDDSLevels::operator=(vDDSLevels&& other) noexcept {
     if (this == &other) return *this;
     RegularFile::unmap(_mapping, _mappingSize);
     _result = std::exchange(other._result, {});
-    _levels = std::exchange(other._levels, {});
-    _format = other._format;
-    _numFaces = std::exchange(other._numFaces, 0);
+    _info = std::exchange(other._info, {});
+    _data = std::exchange(other._data, nullptr);
     _mapping = std::exchange(other._mapping, nullptr);
     _mappingSize = std::exchange(other._mappingSize, 0);
     return *this;
@@ -38,13 +36,17 @@ const vTextureCheck::Result& vDDSLevels::Read(const void* data, std::uint64_t si
 const vTextureCheck::Result& vDDSLevels::Map(const std::string& path, const vTextureLimits& limits) {
     *this = vDDSLevels();
     RegularFile file(path);
-    if (file.fault().empty()) {
-        _mapping = file.map();
-        _mappingSize = file.length();
-    }
     if (!file.fault().empty()) {
         _result = pelto::info::failure(vTextureCheck::eUnreadable, 0, file.fault());
-    } else if (!_mapping && _mappingSize > 0) {
+        return _result;
+    }
+    if (const auto fault = pelto::info::length_fault(file.length(), limits)) {
+        _result = *fault;
+        return _result;
+    }
+    _mapping = file.map();
+    _mappingSize = file.length();
+    if (!_mapping && _mappingSize > 0) {
         _result = pelto::info::failure(vTextureCheck::eUnreadable, 0, "cannot be mapped");
     } else {
         _Tabulate(_mapping, _mappingSize, limits);
@@ -54,29 +56,44 @@ const vTextureCheck::Result& vDDSLevels::Map(const std::string& path, const vTex
 
 const vTextureCheck::Result& vDDSLevels::GetResult() const { return _result; }
 
-TOZ::SUPPORTED_FORMAT::Type vDDSLevels::GetFormat() const { return _format; }
+const vTextureInfo& vDDSLevels::GetInfo() const { return _info; }
 
-int vDDSLevels::GetNumFaces() const { return _numFaces; }
+const vPixelFormat& vDDSLevels::GetPixelFormat() const { return _info.pixels; }
 
-int vDDSLevels::GetNumLevels() const {
-    return _numFaces == 0 ? 0 : static_cast<int>(_levels.size()) / _numFaces;
+TOZ::SUPPORTED_FORMAT::Type vDDSLevels::GetFormat() const {
+    if (_info.loaderFormat == vPixelFormat::kRefused) return TOZ::SUPPORTED_FORMAT::RGBA8;
+    return static_cast<TOZ::SUPPORTED_FORMAT::Type>(_info.loaderFormat);
 }
 
-const vDDSLevel& vDDSLevels::GetLevel(int face, int level) const {
-    static const vDDSLevel kNone;
-    const int levels = GetNumLevels();
-    if (face < 0 || face >= _numFaces || level < 0 || level >= levels) return kNone;
-    return _levels[static_cast<std::size_t>(face * levels + level)];
+int vDDSLevels::GetNumLayers() const { return static_cast<int>(_info.layers); }
+
+int vDDSLevels::GetNumFaces() const { return static_cast<int>(_info.faces); }
+
+int vDDSLevels::GetNumLevels() const { return static_cast<int>(_info.levels); }
+
+vDDSLevel vDDSLevels::GetLevel(int face, int level, int layer) const {
+    if (face < 0 || level < 0 || layer < 0) return {};
+    const vTextureLevel found =
+        _info.GetLevel(static_cast<std::uint32_t>(layer), static_cast<std::uint32_t>(face),
+                       static_cast<std::uint32_t>(level));
+    if (found.bytes == 0) return {};
+    return {found.offset, found.bytes, found.width,
+            found.height, found.depth, found.whole ? _data + found.offset : nullptr};
 }
 
 void vDDSLevels::_Tabulate(const void* data, std::uint64_t size, const vTextureLimits& limits) {
-    const auto* const bytes = static_cast<const unsigned char*>(data);
-    pelto::info::DDSTable table = pelto::info::read_dds_table(bytes, size, size, limits);
-    for (vDDSLevel& level : table.levels) {
-        if (level.offset <= size && level.bytes <= size - level.offset) level.data = bytes + level.offset;
+    vTextureInfo info = vTextureInfo::ReadBuffer(data, size, limits);
+    if (info.container != vTextureInfo::eDDS && info.problem.status != vTextureCheck::eAbsurdSize) {
+        const auto source = pelto::info::byte_source(data, size);
+        _result = pelto::info::other_kind(source.start(pelto::info::kStartSize), "a DDS file",
+                                          pelto::info::kDDSMagic);
+        return;
     }
-    _result = std::move(table.result);
-    _levels = std::move(table.levels);
-    _format = table.format;
-    _numFaces = table.faces;
+    if (!info.Described()) {
+        _result = info.problem;
+        return;
+    }
+    _info = std::move(info);
+    _data = static_cast<const unsigned char*>(data);
+    _result = _info.WhatIsMissing();
 }

@@ -4,10 +4,10 @@
 #include <array>
 #include <memory>
 
-#include "dds/DDSFile.h"
 #include "info/basis_table.h"
 #include "info/check_words.h"
 #include "info/dds_table.h"
+#include "info/other_kinds.h"
 #include "info/regular_file.h"
 #include "vBasisImage.h"
 
@@ -45,7 +45,7 @@ private:
 vTextureCheck::Result vTextureCheck::CheckDDSFile(const std::string& path, const vTextureLimits& limits) {
     RegularFile file(path);
     if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
-    std::array<unsigned char, pelto::dds::kHeadersSize> start{};
+    std::array<unsigned char, pelto::info::kStartSize> start{};
     const std::size_t available = file.read(start.data(), start.size());
     if (!file.fault().empty()) return failure(eUnreadable, 0, file.fault());
     return pelto::info::read_dds_table(start.data(), available, file.length(), limits).result;

@@ -65,6 +65,7 @@ using Channel = vPixelFormat::Channel;
 using Kind = vPixelFormat::EKind;
 
 // Flags of the pixel-format record.
+constexpr std::uint32_t kAlphaPixels = 0x1;
 constexpr std::uint32_t kAlphaOnly = 0x2;
 constexpr std::uint32_t kPalette8 = 0x20;
 constexpr std::uint32_t kOtherKinds =
@@ -79,22 +80,22 @@ struct MaskedChannel {
     Kind kind;
 };
 
-// What each of the four masks stands for, by the flags.
+// What each of the four masks stands for, by the flags. A single channel without a mask has all bits.
 std::array<MaskedChannel, 4> masked_channels(const DDS_PIXELFORMAT& header) {
     const std::uint32_t flags = header.dwFlags;
-    const std::uint32_t alpha = header.dwABitMask;
-    if (flags & kAlphaOnly) return {{{0, 'R', {}}, {0, 'G', {}}, {0, 'B', {}}, {alpha, 'A', Kind::eUNorm}}};
-    if (flags & kLuminance) {
-        return {
-            {{header.dwRBitMask, 'L', Kind::eUNorm}, {0, 'G', {}}, {0, 'B', {}}, {alpha, 'A', Kind::eUNorm}}};
-    }
+    const bool has_masks = (header.dwRBitMask | header.dwABitMask) != 0;
+    const std::uint32_t all = static_cast<std::uint32_t>((std::uint64_t{1} << header.dwRGBBitCount) - 1);
+    const std::uint32_t red = has_masks || (flags & kAlphaPixels) != 0 ? header.dwRBitMask : all;
+    const std::uint32_t alpha = has_masks ? header.dwABitMask : all;
+    if (flags & kAlphaOnly) return {{{alpha, 'A', Kind::eUNorm}}};
+    if (flags & kLuminance) return {{{red, 'L', Kind::eUNorm}, {header.dwABitMask, 'A', Kind::eUNorm}}};
     const Kind colour = flags & (kBump | kBumpLuminance) ? Kind::eSNorm : Kind::eUNorm;
-    const bool narrow_alpha = std::popcount(alpha) < 8;
+    const bool narrow_alpha = std::popcount(header.dwABitMask) < 8;
     const bool luminance = flags & kBumpLuminance;
     return {{{header.dwRBitMask, 'R', colour},
              {header.dwGBitMask, 'G', colour},
              {header.dwBBitMask, luminance ? 'L' : 'B', luminance ? Kind::eUNorm : colour},
-             {alpha, 'A', narrow_alpha ? Kind::eUNorm : colour}}};
+             {header.dwABitMask, 'A', narrow_alpha ? Kind::eUNorm : colour}}};
 }
 
 bool is_contiguous(std::uint32_t mask) {

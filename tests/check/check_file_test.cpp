@@ -134,7 +134,7 @@ TEST_F(CheckFile, MapsAFileWhoseLevelsOutliveItsName) {
     vDDSLevels levels;
     ASSERT_TRUE(levels.Map(path).ok());
     std::filesystem::remove(path);
-    const vDDSLevel& level = levels.GetLevel(0, 0);
+    const vDDSLevel level = levels.GetLevel(0, 0);
     EXPECT_EQ(Bytes(level.data, level.data + level.bytes), Bytes(whole_.begin() + 128, whole_.end()));
 }
 

@@ -131,7 +131,13 @@ TEST(DdsCheck, NamesTheFormatThatIsNotSupported) {
     const Check::Result dxgi = check(header_bytes(dxgi_header(98)));
     EXPECT_EQ(dxgi.status, Check::eUnsupportedFormat);
     EXPECT_EQ(dxgi.offset, 128U);
-    EXPECT_EQ(dxgi.sentence, "the DXGI format 98 at byte 128 is not supported");
+    EXPECT_EQ(dxgi.sentence, "is BC7_UNORM, which vDDSImage does not take: vDDSLevels and pelto sheet do");
+    const Check::Result depth = check(header_bytes(dxgi_header(45)));
+    EXPECT_EQ(depth.sentence, "is D24_UNORM_S8_UINT, which vDDSImage does not take: vDDSLevels does");
+    const Check::Result unknown = check(header_bytes(dxgi_header(300)));
+    EXPECT_EQ(unknown.sentence, "the DXGI format 300 at byte 128 is not supported");
+    const Check::Result number = check(header_bytes(fourcc_header(59)));
+    EXPECT_EQ(number.sentence, "the Direct3D 9 format 59 at byte 84 is not supported");
     const Check::Result four = check(header_bytes(fourcc_header(four_cc("BC7 "))));
     EXPECT_EQ(four.status, Check::eUnsupportedFormat);
     EXPECT_EQ(four.offset, 84U);
@@ -139,7 +145,9 @@ TEST(DdsCheck, NamesTheFormatThatIsNotSupported) {
     const Check::Result plain = check(header_bytes(plain_header(kRgb, 16)));
     EXPECT_EQ(plain.status, Check::eUnsupportedFormat);
     EXPECT_EQ(plain.offset, 80U);
-    EXPECT_EQ(plain.sentence, "the pixel format at byte 80 (flags 64, 16 bits a pixel) is not supported");
+    EXPECT_EQ(plain.sentence,
+              "the pixel format at byte 80 (flags 64, 16 bits a pixel, masks 00000000 00000000 00000000 "
+              "00000000) is not supported");
 }
 
 TEST(DdsCheck, RefusesExtentsThatAreNone) {

@@ -1,0 +1,286 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a KTX2 file is: the header, the index of levels, and the data format descriptor tell all of it.
+#include <algorithm>
+#include <climits>
+#include <string>
+#include <string_view>
+
+#include "info/byte_source.h"
+#include "info/check_words.h"
+#include "info/other_kinds.h"
+#include "vTextureInfo.h"
+
+namespace {
+
+using namespace pelto::info;
+using std::to_string;
+using Result = vTextureCheck::Result;
+
+// A number of the file, little-endian: where it lies, and how many bytes it has.
+struct Field {
+    std::size_t offset;
+    std::size_t bytes;
+};
+
+// Of the header.
+constexpr Field kVkFormat = {12, 4};
+constexpr Field kWidth = {20, 4};
+constexpr Field kHeight = {24, 4};
+constexpr Field kDepth = {28, 4};
+constexpr Field kLayers = {32, 4};
+constexpr Field kFaces = {36, 4};
+constexpr Field kLevels = {40, 4};
+constexpr Field kScheme = {44, 4};
+constexpr Field kDescriptorOffset = {48, 4};
+constexpr Field kDescriptorLength = {52, 4};
+constexpr Field kGlobalOffset = {64, 8};
+constexpr Field kGlobalLength = {72, 8};
+constexpr std::size_t kHeaderEnd = 80;
+
+// Of an entry of the index.
+constexpr Field kLevelOffset = {0, 8};
+constexpr Field kLevelLength = {8, 8};
+constexpr Field kLevelUncompressed = {16, 8};
+constexpr std::size_t kIndexEntry = 24;
+
+// Of the data format descriptor, whose first block begins behind its own length.
+constexpr Field kColourModel = {12, 1};
+constexpr Field kTransfer = {14, 1};
+constexpr Field kDescriptorFlags = {15, 1};
+constexpr Field kBlockWidth = {16, 1};   // less 1
+constexpr Field kBlockHeight = {17, 1};  // less 1
+constexpr std::size_t kFirstSample = 28;
+constexpr std::size_t kSampleSize = 16;
+constexpr Field kSampleChannel = {3, 1};
+constexpr std::size_t kDescriptorMost = kFirstSample + 16 * kSampleSize;
+constexpr std::uint64_t kTransferSRGB = 2;
+constexpr std::uint64_t kAlphaIsPremultiplied = 1;
+
+// Supercompression schemes.
+constexpr std::uint64_t kNone = 0;
+constexpr std::uint64_t kBasisLZ = 1;
+constexpr std::uint64_t kZstandard = 2;
+constexpr std::uint64_t kBasis = 3;
+
+// Colour models of the codecs.
+constexpr std::uint64_t kASTC = 162;
+constexpr std::uint64_t kETC1S = 163;
+constexpr std::uint64_t kUASTC = 166;
+constexpr std::uint64_t kUASTCHDR = 167;
+constexpr std::uint64_t kUASTCHDR6x6 = 168;
+constexpr std::uint64_t kXUASTC = 169;
+constexpr std::uint64_t kVkASTC6x6Float = 1000066004;
+
+// Of the global data: a descriptor an image.
+constexpr std::size_t kETC1SGlobalHeader = 20;
+constexpr std::size_t kETC1SImage = 20;
+constexpr std::size_t kSliceImage = 8;
+
+constexpr std::uint64_t kMostLevels = 32;
+constexpr std::uint64_t kMostLayers = 65'536;
+
+class Bytes {
+public:
+    explicit Bytes(std::string bytes) : bytes_(std::move(bytes)) {}
+
+    std::size_t size() const { return bytes_.size(); }
+
+    // 0 beyond the end.
+    std::uint64_t number(Field field, std::size_t base = 0) const {
+        if (base + field.offset + field.bytes > bytes_.size()) return 0;
+        std::uint64_t value = 0;
+        for (std::size_t i = field.bytes; i-- > 0;) {
+            value = value << 8 | static_cast<unsigned char>(bytes_[base + field.offset + i]);
+        }
+        return value;
+    }
+    std::uint32_t number32(Field field) const { return static_cast<std::uint32_t>(number(field)); }
+
+private:
+    std::string bytes_;
+};
+
+Bytes read(const ByteSource& source, std::uint64_t offset, std::uint64_t length) {
+    if (offset >= source.size) return Bytes({});
+    std::string bytes(static_cast<std::size_t>(std::min(length, source.size - offset)), '\0');
+    bytes.resize(source.read(offset, bytes.data(), bytes.size()));
+    return Bytes(std::move(bytes));
+}
+
+Result malformed(Field field, const std::string& what) {
+    return failure(vTextureCheck::eMalformedTable, field.offset,
+                   what + ", says byte " + to_string(field.offset));
+}
+
+struct Codec {
+    std::string name;
+    std::uint32_t block_width = 4;
+    std::uint32_t block_height = 4;
+    bool stores_blocks = false;  // of 16 bytes each
+    bool hdr = false;
+};
+
+// Empty name: none that is known.
+Codec codec_of(const Bytes& header, const Bytes& descriptor) {
+    const std::string extent =
+        to_string(descriptor.number(kBlockWidth) + 1) + "x" + to_string(descriptor.number(kBlockHeight) + 1);
+    switch (descriptor.number(kColourModel)) {
+        case kETC1S:
+            return {"ETC1S"};
+        case kUASTC:
+            return {"UASTC LDR 4x4", 4, 4, true};
+        case kUASTCHDR:
+            return {"UASTC HDR 4x4", 4, 4, true, true};
+        case kUASTCHDR6x6:
+            return {"UASTC HDR 6x6", 6, 6, false, true};
+        case kXUASTC:
+            return {"XUASTC LDR " + extent, static_cast<std::uint32_t>(descriptor.number(kBlockWidth)) + 1,
+                    static_cast<std::uint32_t>(descriptor.number(kBlockHeight)) + 1};
+        case kASTC:
+            if (header.number(kVkFormat) == kVkASTC6x6Float) return {"ASTC HDR 6x6", 6, 6, true, true};
+            break;
+        default:
+            break;
+    }
+    return {};
+}
+
+bool codec_has_alpha(const Bytes& descriptor) {
+    constexpr std::uint64_t kETC1SAlpha = 15;
+    constexpr std::uint64_t kUASTCWithAlpha = 3;
+    const std::uint64_t model = descriptor.number(kColourModel);
+    for (std::size_t at = kFirstSample; at + kSampleSize <= descriptor.size(); at += kSampleSize) {
+        const std::uint64_t channel = descriptor.number(kSampleChannel, at) & 0xF;
+        if (channel == (model == kETC1S ? kETC1SAlpha : kUASTCWithAlpha)) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+void vTextureInfo::_DescribeKTX2(const ByteSource& source, const vTextureLimits& limits) {
+    const Bytes header = read(source, 0, kHeaderEnd);
+    if (header.size() < kHeaderEnd) {
+        problem = source.size < kKTX2Magic.size() || header.size() >= kKTX2Magic.size()
+                      ? cut_short("its header", kHeaderEnd, header.size())
+                      : other_kind(source.start(kStartSize), "a KTX2 file", kKTX2Magic);
+        return;
+    }
+    const auto unsupported = [&](Field field, const std::string& what) {
+        problem = failure(vTextureCheck::eUnsupportedFormat, field.offset,
+                          "the " + what + " " + to_string(header.number(field)) + " at byte " +
+                              to_string(field.offset) + " is not known");
+    };
+    const std::uint64_t scheme = header.number(kScheme);
+    if (scheme > kBasis) return unsupported(kScheme, "supercompression scheme");
+    const std::uint64_t level_count = std::max<std::uint64_t>(header.number(kLevels), 1);
+    const std::uint64_t layer_count = std::max<std::uint64_t>(header.number(kLayers), 1);
+    const std::uint64_t face_count = header.number(kFaces);
+    if (level_count > kMostLevels) {
+        problem = failure(vTextureCheck::eAbsurdSize, kLevels.offset,
+                          "has more than " + to_string(kMostLevels) + " levels");
+        return;
+    }
+    if (layer_count > kMostLayers) {
+        problem = failure(vTextureCheck::eAbsurdSize, kLayers.offset,
+                          "has more than " + to_string(kMostLayers) + " layers");
+        return;
+    }
+    if (face_count != 1 && face_count != 6) {
+        problem = malformed(kFaces, "it has " + to_string(face_count) + " faces instead of 1 or 6");
+        return;
+    }
+    const std::uint64_t limit = std::min<std::uint64_t>(limits.maxExtent, INT_MAX);
+    const auto absurd = [&](const char* what, Field field, bool may_be_zero) {
+        const std::uint64_t pixels = header.number(field);
+        if (pixels <= limit && (pixels > 0 || may_be_zero)) return false;
+        problem = absurd_extent(what, static_cast<std::uint32_t>(pixels), field.offset,
+                                static_cast<std::uint32_t>(limit));
+        return true;
+    };
+    if (absurd("width", kWidth, false) || absurd("height", kHeight, true) || absurd("depth", kDepth, true))
+        return;
+
+    const std::uint64_t index_end = kHeaderEnd + level_count * kIndexEntry;
+    const Bytes index = read(source, kHeaderEnd, index_end - kHeaderEnd);
+    if (index.size() < index_end - kHeaderEnd) {
+        problem = cut_short("its index of levels", index_end, kHeaderEnd + index.size());
+        return;
+    }
+    const Bytes descriptor = read(source, header.number(kDescriptorOffset),
+                                  std::min<std::uint64_t>(header.number(kDescriptorLength), kDescriptorMost));
+
+    const std::uint32_t vk_format = header.number32(kVkFormat);
+    const Codec codec = codec_of(header, descriptor);
+    if (!codec.name.empty()) {
+        format = codec.name;
+        hasAlpha = codec_has_alpha(descriptor);
+    } else if (const vPixelFormat* const found = vTextureFormats::FindVulkan(vk_format)) {
+        pixels = *found;
+        format = pixels.name;
+        dxgi = pixels.dxgi;
+        hasAlpha = pixels.channels.Find('A') != nullptr;
+    } else {
+        return unsupported(kVkFormat, "Vulkan format");
+    }
+    srgb = descriptor.number(kTransfer) == kTransferSRGB || pixels.srgb;
+    if (hasAlpha) {
+        alphaMode = (descriptor.number(kDescriptorFlags) & kAlphaIsPremultiplied) != 0 ? eAlphaPremultiplied
+                                                                                       : eAlphaStraight;
+    }
+    dimension = header.number(kDepth) > 0 ? 3 : header.number(kHeight) > 0 ? 2 : 1;
+    width = header.number32(kWidth);
+    height = std::max(header.number32(kHeight), 1u);
+    depth = std::max(header.number32(kDepth), 1u);
+    layers = static_cast<std::uint32_t>(layer_count);
+    faces = static_cast<std::uint32_t>(face_count);
+    faceMask = face_count == 6 ? 0x3F : 1;
+    levels = static_cast<std::uint32_t>(level_count);
+    if (codec.hdr)
+        _Note(vTextureNote::eNoTargetForm, "is of an HDR codec, which has no BC1, BC3, BC4 or BC5 form");
+
+    const std::uint64_t images = layer_count * face_count;
+    const bool has_rows = pixels.blockBytes != 0 || (codec.stores_blocks && scheme != kBasis);
+    std::uint64_t end =
+        std::max({index_end, sum(header.number(kDescriptorOffset), header.number(kDescriptorLength)),
+                  sum(header.number(kGlobalOffset), header.number(kGlobalLength))});
+    _levelMajor = true;
+    for (std::uint32_t level = 0; level < levels; ++level) {
+        const std::size_t entry = level * kIndexEntry;
+        LevelSpan span{};
+        span.width = std::max(width >> level, 1u);
+        span.height = std::max(height >> level, 1u);
+        span.depth = std::max(depth >> level, 1u);
+        span.offset = index.number(kLevelOffset, entry);
+        const std::uint64_t stored = index.number(kLevelLength, entry);
+        const std::uint64_t held = scheme == kZstandard ? index.number(kLevelUncompressed, entry) : stored;
+        const Field place = {kHeaderEnd + entry, 8};
+        if (has_rows) {
+            const vPixelFormat* const plain = pixels.blockBytes != 0 ? &pixels : nullptr;
+            constexpr std::uint64_t kBlockBytes = 16;
+            const std::uint64_t across = (span.width + codec.block_width - 1) / codec.block_width;
+            const std::uint64_t down = (span.height + codec.block_height - 1) / codec.block_height;
+            span.rowBytes = plain ? plain->RowBytes(span.width) : across * kBlockBytes;
+            const std::uint64_t slice =
+                plain ? plain->SliceBytes(span.width, span.height) : product(span.rowBytes, down);
+            span.bytes = product(slice, span.depth);
+            if (product(span.bytes, images) != held) {
+                problem = malformed(place, "level " + to_string(level) + " has " + to_string(held) +
+                                               " bytes instead of " + to_string(product(span.bytes, images)));
+                return;
+            }
+        } else {
+            span.bytes = held / images;
+        }
+        span.stride = scheme == kNone ? span.bytes : 0;
+        span.stored = scheme == kNone ? span.bytes : stored;
+        _spans.push_back(span);
+        bytes = sum(bytes, held);
+        end = std::max(end, sum(span.offset, stored));
+    }
+    if (bytes > limits.maxBytes || bytes == kUncountable) {
+        problem = too_many_bytes(bytes, kWidth.offset, limits.maxBytes);
+        return;
+    }
+    _CompareLength(end);
+}

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "vTextureInfo.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <string_view>
+
+#include "info/byte_source.h"
+#include "info/check_words.h"
+#include "info/other_kinds.h"
+#include "info/regular_file.h"
+
+using pelto::info::ByteSource;
+using pelto::info::sum;
+
+namespace {
+
+constexpr const char* kCodeNames[] = {
+    "layersDropped",        "partialCube",        "cubeFlagOnlyInExtension",
+    "channelMasks",         "floatWithMasks",     "signLost",
+    "threeBytePixels",      "paddedRows",         "palette",
+    "leftoverBytes",        "staleFourCC",        "truncated",
+    "inexactFlip",          "noTargetForm",       "lfsPointer",
+    "cubeFlagOnlyInHeader", "depthWithoutVolume",
+};
+static_assert(std::size(kCodeNames) == vTextureNote::eDepthWithoutVolume + 1);
+
+// The number of faces below `face` that a cube map has: its place among them.
+std::uint32_t place_of_face(std::uint32_t mask, std::uint32_t face) {
+    std::uint32_t place = 0;
+    for (std::uint32_t i = 0; i < face; ++i) place += mask >> i & 1;
+    return place;
+}
+
+std::uint32_t face_at_place(std::uint32_t mask, std::uint32_t place) {
+    std::uint32_t face = 0;
+    while (place_of_face(mask, face + 1) <= place) ++face;
+    return face;
+}
+
+}  // namespace
+
+namespace pelto::info {
+
+ByteSource byte_source(const void* data, std::uint64_t size) {
+    return {size, [=](std::uint64_t offset, void* to, std::size_t n) -> std::size_t {
+                if (offset >= size) return 0;
+                const std::size_t count = static_cast<std::size_t>(std::min<std::uint64_t>(n, size - offset));
+                std::memcpy(to, static_cast<const unsigned char*>(data) + offset, count);
+                return count;
+            }};
+}
+
+}  // namespace pelto::info
+
+const char* vTextureNote::CodeName() const { return kCodeNames[code]; }
+
+vTextureInfo vTextureInfo::ReadFile(const std::string& path, const vTextureLimits& limits) {
+    pelto::info::RegularFile file(path);
+    const auto unreadable = [&] {
+        vTextureInfo info;
+        info.problem = pelto::info::failure(vTextureCheck::eUnreadable, 0, file.fault());
+        return info;
+    };
+    if (!file.fault().empty()) return unreadable();
+    vTextureInfo info = _Read(file.source(), limits);
+    return file.fault().empty() ? info : unreadable();
+}
+
+vTextureInfo vTextureInfo::ReadBuffer(const void* data, std::uint64_t size, const vTextureLimits& limits) {
+    return _Read(pelto::info::byte_source(data, size), limits);
+}
+
+vTextureInfo vTextureInfo::_Read(const ByteSource& source, const vTextureLimits& limits) {
+    using namespace pelto::info;
+    vTextureInfo info;
+    info.fileBytes = source.size;
+    if (const auto fault = length_fault(source.size, limits)) {
+        info.problem = *fault;
+        return info;
+    }
+    const std::string start = source.start(kStartSize);
+    const auto starts_with = [&](std::string_view magic) {
+        return !start.empty() &&
+               std::string_view(start).substr(0, magic.size()) == magic.substr(0, start.size());
+    };
+    if (starts_with(kDDSMagic)) {
+        info.container = eDDS;
+        info._DescribeDDS(source, limits);
+    } else if (starts_with(kKTX2Magic)) {
+        info.container = eKTX2;
+        info._DescribeKTX2(source, limits);
+    } else if (starts_with(kBasisMagic)) {
+        info.container = eBasis;
+        info._DescribeBasis(source, limits);
+    } else {
+        info.problem = other_kind(start, "a texture file (DDS, .basis or KTX2)", {});
+        if (is_lfs_pointer(start)) info.notes.push_back({vTextureNote::eLFSPointer, info.problem.sentence});
+    }
+    return info;
+}
+
+bool vTextureInfo::HasNote(vTextureNote::ECode code) const {
+    return std::any_of(notes.begin(), notes.end(),
+                       [&](const vTextureNote& note) { return note.code == code; });
+}
+
+vTextureCheck::Result vTextureInfo::WhatIsMissing() const {
+    vTextureCheck::Result result;
+    const std::uint64_t images = GetNumImages();
+    for (std::uint64_t i = 0; missingBytes > 0 && i < images; ++i) {
+        const vTextureLevel lost = GetImage(i);
+        if (lost.whole) continue;
+        std::string words = "level " + std::to_string(lost.level);
+        if (faces > 1) words += " of face " + std::to_string(lost.face);
+        if (layers > 1) words += " of layer " + std::to_string(lost.layer);
+        const std::uint64_t end = lost.offset + lost.bytes;
+        result = pelto::info::cut_short(words, end, fileBytes);
+        result.face = static_cast<int>(lost.face);
+        result.level = static_cast<int>(lost.level);
+        if (end - fileBytes < missingBytes) {
+            result.sentence += "; " + std::to_string(missingBytes) + " bytes are missing in all";
+        }
+        break;
+    }
+    result.missingBytes = missingBytes;
+    result.totalBytes = bytes;
+    return result;
+}
+
+std::uint64_t vTextureInfo::GetNumImages() const {
+    if (!_images.empty()) return _images.size();
+    return std::uint64_t{layers} * faces * _spans.size();
+}
+
+vTextureLevel vTextureInfo::GetImage(std::uint64_t index) const {
+    if (!_images.empty()) return _images[static_cast<std::size_t>(index)];
+    const std::uint64_t images = std::uint64_t{layers} * faces;
+    const std::uint64_t image = _levelMajor ? index % images : index / _spans.size();
+    // A KTX2 file holds its smallest level first.
+    const std::uint64_t level = _levelMajor ? _spans.size() - 1 - index / images : index % _spans.size();
+    return _Image(static_cast<std::uint32_t>(image / faces), static_cast<std::uint32_t>(image % faces),
+                  static_cast<std::uint32_t>(level));
+}
+
+vTextureLevel vTextureInfo::GetLevel(std::uint32_t layer, std::uint32_t face, std::uint32_t level) const {
+    const auto found = std::find_if(_images.begin(), _images.end(), [&](const vTextureLevel& image) {
+        return image.layer == layer && image.face == face && image.level == level;
+    });
+    if (found != _images.end()) return *found;
+    if (layer >= layers || face >= 6 || (faceMask >> face & 1) == 0 || level >= _spans.size()) return {};
+    return _Image(layer, place_of_face(faceMask, face), level);
+}
+
+vTextureLevel vTextureInfo::_Image(std::uint32_t layer, std::uint32_t facePlace, std::uint32_t level) const {
+    const LevelSpan& span = _spans[level];
+    vTextureLevel image;
+    image.layer = layer;
+    image.face = face_at_place(faceMask, facePlace);
+    image.level = level;
+    image.width = span.width;
+    image.height = span.height;
+    image.depth = span.depth;
+    image.offset = span.offset + (std::uint64_t{layer} * faces + facePlace) * span.stride;
+    image.bytes = span.bytes;
+    image.rowBytes = span.rowBytes;
+    image.whole = sum(image.offset, span.stored) <= fileBytes;
+    return image;
+}
+
+void vTextureInfo::_Note(vTextureNote::ECode code, std::string text) {
+    notes.push_back({code, std::move(text)});
+}
+
+// What the file lacks or has too much, measured at the end of its last level.
+void vTextureInfo::_CompareLength(std::uint64_t end) {
+    using std::to_string;
+    if (end > fileBytes) {
+        missingBytes = end - fileBytes;
+        _Note(vTextureNote::eTruncated,
+              "ends " + to_string(missingBytes) + " bytes before the end of its last level");
+    } else if (end < fileBytes) {
+        _Note(vTextureNote::eLeftoverBytes, to_string(fileBytes - end) +
+                                                " bytes follow its last level, which ends at byte " +
+                                                to_string(end));
+    }
+}
