@@ -210,6 +210,23 @@ TEST(BasisCrafted, PlainAstcBlocksBehindTheEndOfTheFileAreNotRead) {
     }
 }
 
+// The blocks behind the end are there, in memory that is not the file's.
+TEST(BasisCrafted, PlainAstcBlocksAreTranscodedOnlyWhereTheLastIsWhole) {
+    constexpr std::uint32_t kHeaderSize = basis::header::kSize;
+    constexpr std::size_t kBlocks = 16;
+    const Bytes whole = basis::file_of({basis::kFormatAstc4x4, 16, 16, 4, 4, astc_blocks(kBlocks)});
+    for (std::size_t missing = 0; missing <= kBlocks * 16; ++missing) {
+        SCOPED_TRACE(missing);
+        const auto announced = static_cast<std::uint32_t>(whole.size() - missing);
+        const Bytes file = basis::with(whole, basis::header::kDataSize, announced - kHeaderSize);
+        vBasisImage image;
+        image.setBasisFileRawData(new_copy(file), announced);
+        const Got got = get_image(image, 0, 0, 1);
+        EXPECT_EQ(got.result, missing == 0);
+        EXPECT_EQ(got.size_written, missing == 0);
+    }
+}
+
 // The transcoder puts a row of these blocks where the width in pixels says, and as many rows as there are.
 TEST(BasisCrafted, PlainAstcRowsBehindTheEndOfTheOutputAreNotWritten) {
     const Bytes files[] = {
@@ -225,6 +242,27 @@ TEST(BasisCrafted, PlainAstcRowsBehindTheEndOfTheOutputAreNotWritten) {
             EXPECT_FALSE(got.has_image);
         }
     }
+}
+
+// A file whose width in pixels has `across` blocks, and whose data have just one block across.
+Bytes column_of_blocks(const Bytes& file, std::uint32_t across) {
+    Bytes column = basis::with_slice(file, 0, basis::slice::kWidth, 4 * across);
+    column = basis::with_slice(column, 0, basis::slice::kHeight, 4);
+    column = basis::with_slice(column, 0, basis::slice::kBlocksAcross, 1);
+    return basis::with_slice(column, 0, basis::slice::kBlocksDown, 4);
+}
+
+TEST(BasisCrafted, RowsOfXuastcAreRefusedWhereTheyWouldBeWrittenApart) {
+    const Bytes file = basis_fixtures::seed("xuastc_ldr_4x4");
+    for (const std::uint32_t across : {2U, 3U, 4U}) {
+        const Bytes column = column_of_blocks(file, across);
+        EXPECT_EQ(direct::image(column, 0, 0, 1).end, direct::End::kWritesOutside);
+        for (const int usage : kUsages) EXPECT_TRUE(refused(image_of(column, 0, 0, usage)));
+    }
+    EXPECT_TRUE(image_of(column_of_blocks(file, 1), 0, 0, 1).size_written);
+    const Bytes other =
+        basis::with(column_of_blocks(file, 2), basis::header::kFormat, basis::kFormatXuastc5x4);
+    EXPECT_TRUE(image_of(other, 0, 0, 1).size_written) << "other extents are refused by the transcoder";
 }
 
 TEST(BasisCrafted, EveryCodecNumberOverTheDataOfAnother) {

@@ -1,6 +1,7 @@
 #include "support/basis_file.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace support::basis {
 
@@ -65,6 +66,79 @@ Bytes file_of(const SingleSlice& one) {
     put(file, of_slice(file, 0, slice::kBlocksDown), one.blocks_down);
     put(file, of_slice(file, 0, slice::kDataOffset), kData);
     put(file, of_slice(file, 0, slice::kDataSize), static_cast<std::uint32_t>(one.data.size()));
+    return file;
+}
+
+namespace {
+
+class BitWriter {
+public:
+    void put(std::uint32_t value, unsigned int bits) {
+        for (unsigned int i = 0; i < bits; ++i, ++count_) {
+            if (count_ % 8 == 0) bytes_.push_back(0);
+            bytes_.back() = static_cast<std::uint8_t>(bytes_.back() | (value >> i & 1) << count_ % 8);
+        }
+    }
+
+    // The lengths of the codes are themselves Huffman-coded: 0 and `length` in a bit each.
+    void put(const HuffmanTable& table) {
+        constexpr std::uint32_t kOrder[] = {17, 18, 19, 20, 0,  8, 7,  9, 6,  10, 5,
+                                            11, 4,  12, 3,  13, 2, 14, 1, 15, 16};
+        put(table.symbols, 14);
+        put(std::size(kOrder), 5);
+        const bool zeros = table.symbols > 1;
+        for (const std::uint32_t length : kOrder) {
+            put(length == table.length || (zeros && length == 0) ? 1 : 0, 3);
+        }
+        put(0, table.symbols - 1);
+        put(zeros ? 1 : 0, 1);
+    }
+
+    /// The bytes so far, and some more of zero.
+    Bytes bytes() const {
+        Bytes all = bytes_;
+        all.resize(all.size() + 16);
+        return all;
+    }
+
+private:
+    Bytes bytes_;
+    std::size_t count_ = 0;
+};
+
+}  // namespace
+
+Bytes file_of(const Etc1sFile& etc1s) {
+    BitWriter endpoints;
+    for (int i = kColour0Table; i <= kIntensityTable; ++i) endpoints.put(etc1s.tables[i]);
+    BitWriter selectors;
+    selectors.put(etc1s.raw_selectors ? 4 : 0, 3);
+    selectors.put(etc1s.tables[kSelectorCodebookTable]);
+    BitWriter tables;
+    for (int i = kPredictionTable; i <= kRunTable; ++i) tables.put(etc1s.tables[i]);
+    tables.put(64, 13);  // the length of the history of selectors
+
+    SingleSlice one;
+    one.format = kFormatEtc1s;
+    one.data = Bytes(16);
+    Bytes file = file_of(one);
+    put(file, header::kFlags, kFlagEtc1s);
+    put(file, header::kEndpointsCount, 1);
+    put(file, header::kSelectorsCount, 2);
+    const struct {
+        const BitWriter& bits;
+        Field offset;
+        Field size;
+    } sections[] = {{endpoints, header::kEndpointsOffset, header::kEndpointsSize},
+                    {selectors, header::kSelectorsOffset, header::kSelectorsSize},
+                    {tables, header::kTablesOffset, header::kTablesSize}};
+    for (const auto& section : sections) {
+        const Bytes bytes = section.bits.bytes();
+        put(file, section.offset, static_cast<std::uint32_t>(file.size()));
+        put(file, section.size, static_cast<std::uint32_t>(bytes.size()));
+        file.insert(file.end(), bytes.begin(), bytes.end());
+    }
+    put(file, header::kDataSize, static_cast<std::uint32_t>(file.size() - header::kSize));
     return file;
 }
 

@@ -29,7 +29,11 @@ constexpr Field kTotalImages{17, 3};
 constexpr Field kFormat{20, 1};
 constexpr Field kFlags{21, 2};
 constexpr Field kTextureType{23, 1};
+constexpr Field kEndpointsCount{39, 2};
+constexpr Field kEndpointsOffset{41, 4};
 constexpr Field kEndpointsSize{45, 3};
+constexpr Field kSelectorsCount{48, 2};
+constexpr Field kSelectorsOffset{50, 4};
 constexpr Field kSelectorsSize{54, 3};
 constexpr Field kTablesOffset{57, 4};
 constexpr Field kTablesSize{61, 4};
@@ -53,6 +57,7 @@ constexpr Field kDataCrc{21, 2};
 constexpr std::uint32_t kFormatEtc1s = 0;
 constexpr std::uint32_t kFormatUastc = 1;
 constexpr std::uint32_t kFormatXuastc4x4 = 5;
+constexpr std::uint32_t kFormatXuastc5x4 = 6;
 constexpr std::uint32_t kFormatAstc4x4 = 19;
 constexpr std::uint32_t kFormatAstc6x6 = 23;
 constexpr std::uint32_t kFormatAstc12x12 = 32;
@@ -95,6 +100,37 @@ struct SingleSlice {
     Bytes data;
 };
 Bytes file_of(const SingleSlice& slice);
+
+/// A Huffman table of `symbols` symbols, of which only the last has a code: `length` zero bits.
+struct HuffmanTable {
+    std::uint32_t symbols = 1;
+    std::uint32_t length = 1;
+};
+
+/// The Huffman tables of an ETC1S file, in the order in which they are stored: those that its codebooks are
+/// decoded with, then those for its slices.
+enum Etc1sTable {
+    kColour0Table,
+    kColour1Table,
+    kColour2Table,
+    kIntensityTable,
+    kSelectorCodebookTable,
+    kPredictionTable,
+    kEndpointTable,
+    kSelectorTable,
+    kRunTable,
+    kEtc1sTables,
+};
+
+/// An ETC1S file of one block. Behind its tables all bits are zero, so that its decoder meets just the codes
+/// that the tables have.
+struct Etc1sFile {
+    HuffmanTable tables[kEtc1sTables];
+    bool raw_selectors = false;  ///< the selectors' table is there, but belongs to their raw bytes
+
+    Etc1sFile() { tables[kPredictionTable].symbols = 4; }  // symbol 3: the block is not predicted
+};
+Bytes file_of(const Etc1sFile& file);
 
 }  // namespace support::basis
 
