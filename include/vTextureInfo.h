@@ -97,8 +97,8 @@ public:
     /// Describes the file `path` (in the C runtime's fopen encoding). Opens it once.
     static vTextureInfo ReadFile(const std::string& path, const vTextureLimits& limits = vTextureLimits());
 
-    /// Describes the file as ReadFile does, and looks at what vTextureCheck looks at, which is the codebooks of
-    /// .basis files besides.
+    /// Describes the file as ReadFile does, and looks at what vTextureCheck looks at, which is the codebooks
+    /// of .basis files besides.
     static vTextureInfo CheckFile(const std::string& path, const vTextureLimits& limits = vTextureLimits());
 
     /// Describes `size` bytes at `data`, a whole file or the start of one. They stay the caller's.
@@ -108,8 +108,8 @@ public:
     /// Why the file cannot be described; ok() where it is. A truncated file is described.
     vTextureCheck::Result problem;
 
-    /// What vTextureCheck says of it: whether a loader takes it. Of ReadFile and ReadBuffer, without the codebooks
-    /// of .basis files.
+    /// What vTextureCheck says of it: whether a loader takes it. Of ReadFile and ReadBuffer, without the
+    /// codebooks of .basis files.
     vTextureCheck::Result check;
 
     EContainer container = eNoContainer;  ///< also where the file of that kind cannot be described
@@ -170,10 +170,13 @@ private:
         std::uint32_t width, height, depth;
     };
 
-    static vTextureInfo _Read(const pelto::info::ByteSource& source, const vTextureLimits& limits);
+    static vTextureInfo _ReadFile(const std::string& path, const vTextureLimits& limits, bool codebooks);
+    static vTextureInfo _Read(const pelto::info::ByteSource& source, const vTextureLimits& limits,
+                              bool codebooks);
     void _DescribeDDS(const pelto::info::ByteSource& source, const vTextureLimits& limits);
-    void _DescribeBasis(const pelto::info::ByteSource& source, const vTextureLimits& limits);
+    void _DescribeBasis(const pelto::info::ByteSource& source, const vTextureLimits& limits, bool codebooks);
     void _DescribeKTX2(const pelto::info::ByteSource& source, const vTextureLimits& limits);
+    void _ReadKTX2(const pelto::info::ByteSource& source, const vTextureLimits& limits);
     void _LayOutChain(std::uint64_t data, bool rowsArePadded);
     void _NoteHabitsOfTheLoader(const pelto::info::DDSHeaders& headers, int loaded);
     void _CompareLength(std::uint64_t end);

@@ -1,12 +1,12 @@
 #include "info/basis_table.h"
 
 #include <algorithm>
-#include <array>
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "basis/basis_header.h"
 #include "info/check_words.h"
 
 namespace pelto::info {
@@ -14,214 +14,125 @@ namespace pelto::info {
 namespace {
 
 using Result = vTextureCheck::Result;
+using basis::Codec;
+using basis::Field;
+using basis::Header;
+using basis::Section;
+using basis::Slice;
+namespace header_field = basis::header_field;
+namespace slice_field = basis::slice_field;
 
-// A number of the file: where it lies, and how many bytes it has. All are little-endian.
-struct Field {
-    std::size_t offset;
-    std::size_t bytes;
-};
-
-// Of the header.
-constexpr Field kVersion = {2, 2};
-constexpr Field kHeaderSize = {4, 2};
-constexpr Field kDataSize = {8, 4};
-constexpr Field kTotalSlices = {14, 3};
-constexpr Field kTotalImages = {17, 3};
-constexpr Field kCodec = {20, 1};
-constexpr Field kFlags = {21, 2};
-constexpr Field kTextureType = {23, 1};
-constexpr Field kEndpointsOffset = {41, 4};
-constexpr Field kEndpointsSize = {45, 3};
-constexpr Field kSelectorsOffset = {50, 4};
-constexpr Field kSelectorsSize = {54, 3};
-constexpr Field kTablesOffset = {57, 4};
-constexpr Field kTablesSize = {61, 4};
-constexpr Field kSliceTableOffset = {65, 4};
-constexpr std::size_t kHeaderEnd = kBasisHeaderSize;
-
-// Of an entry in the table of slices.
-constexpr Field kImage = {0, 3};
-constexpr Field kLevel = {3, 1};
-constexpr Field kSliceFlags = {4, 1};
-constexpr Field kWidth = {5, 2};
-constexpr Field kHeight = {7, 2};
-constexpr Field kBlocksAcross = {9, 2};
-constexpr Field kBlocksDown = {11, 2};
-constexpr Field kDataOffset = {13, 4};
-constexpr Field kSliceDataSize = {17, 4};
-constexpr std::size_t kEntrySize = 23;
-
-constexpr std::uint32_t kSupportedVersion = 0x13;
-constexpr std::uint32_t kETC1S = 0;
 constexpr std::uint32_t kMostLevels = 16;
-
-constexpr std::uint32_t kFlagETC1S = 1;
-constexpr std::uint32_t kFlagAlpha = 4;
-constexpr std::uint32_t kFlagGlobalCodebook = 8;
-constexpr std::uint32_t kSliceFlagAlpha = 1;
-
-// Of blocks in the file, in codecs that store each whole.
-constexpr std::uint64_t kBytesPerStoredBlock = 16;
-constexpr std::uint32_t kUASTC = 1;
-constexpr std::uint32_t kASTCHDR6x6 = 3;
-constexpr std::uint32_t kFirstASTC = 19;
 
 // Of a level transcoded to BC3 or BC5. The loader counts them in 31 bits.
 constexpr std::uint64_t kBytesPerBlock = 16;
 constexpr std::uint64_t kMostLevelBytes = INT32_MAX;
 
-// Pixels across and down the blocks of each codec: ETC1S, UASTC LDR, UASTC HDR, ASTC HDR 6x6, UASTC HDR 6x6,
-// and twice the blocks of ASTC LDR, for XUASTC and ASTC.
-struct BlockExtent {
-    std::uint32_t width;
-    std::uint32_t height;
-};
-constexpr std::array<BlockExtent, 5> kOwnBlocks = {{{4, 4}, {4, 4}, {4, 4}, {6, 6}, {6, 6}}};
-constexpr std::array<BlockExtent, 14> kASTCBlocks = {{{4, 4},
-                                                      {5, 4},
-                                                      {5, 5},
-                                                      {6, 5},
-                                                      {6, 6},
-                                                      {8, 5},
-                                                      {8, 6},
-                                                      {10, 5},
-                                                      {10, 6},
-                                                      {8, 8},
-                                                      {10, 8},
-                                                      {10, 10},
-                                                      {12, 10},
-                                                      {12, 12}}};
-constexpr std::uint32_t kCodecs = kOwnBlocks.size() + 2 * kASTCBlocks.size();
-
-BlockExtent block_extent(std::uint32_t codec) {
-    if (codec < kOwnBlocks.size()) return kOwnBlocks[codec];
-    return kASTCBlocks[(codec - kOwnBlocks.size()) % kASTCBlocks.size()];
+Result malformed(std::uint64_t offset, std::string sentence) {
+    sentence += ", says byte " + std::to_string(offset);
+    return failure(vTextureCheck::eMalformedTable, offset, std::move(sentence));
 }
 
-constexpr std::array<const char*, 5> kTextureTypes = {"2D texture", "2D array", "cube map", "video",
-                                                      "volume"};
-constexpr std::uint32_t k2DTypes = 2;
+Result unsupported(Field field, const char* what, std::uint32_t value) {
+    return failure(vTextureCheck::eUnsupportedFormat, field.offset,
+                   std::string("the ").append(what) + " " + std::to_string(value) + " at byte " +
+                       std::to_string(field.offset) + " is not supported");
+}
 
-class BasisCheck {
+// Whether the bytes start a .basis file, and there are enough for its header.
+std::optional<Result> start_fault(const unsigned char* data, std::uint64_t length) {
+    const std::string_view start(reinterpret_cast<const char*>(data),
+                                 std::min<std::uint64_t>(length, basis::kSignature.size()));
+    if (start.empty()) return failure(vTextureCheck::eNotThisKind, 0, "is empty");
+    if (start != basis::kSignature.substr(0, start.size())) {
+        return failure(vTextureCheck::eNotThisKind, 0,
+                       "is not a .basis file: it starts with " + in_quotes(start) + " instead of " +
+                           in_quotes(basis::kSignature));
+    }
+    if (length < basis::kHeaderSize) return cut_short("its header", basis::kHeaderSize, length);
+    if (length > UINT32_MAX) {
+        return failure(vTextureCheck::eAbsurdSize, 0, "has 4 GiB or more, which no .basis file has");
+    }
+    return std::nullopt;
+}
+
+std::optional<Result> format_fault(const Header& header) {
+    if (header.version != basis::kSupportedVersion) {
+        return unsupported(header_field::kVersion, "version", header.version);
+    }
+    if (header.header_size != basis::kHeaderSize) {
+        return malformed(header_field::kHeaderSize.offset,
+                         "its header has " + std::to_string(header.header_size) + " bytes instead of " +
+                             std::to_string(basis::kHeaderSize));
+    }
+    if (!basis::find_codec(header.codec)) return unsupported(header_field::kCodec, "codec", header.codec);
+    if (header.texture_type >= basis::kTextureTypeNames.size()) {
+        return malformed(header_field::kTextureType.offset, "it has no known texture type");
+    }
+    if (header.has_etc1s_flag() != header.is_etc1s()) {
+        return malformed(header_field::kFlags.offset, "its flags contradict its codec");
+    }
+    if (header.is_etc1s() && header.shares_codebooks()) {
+        return failure(vTextureCheck::eUnsupportedFormat, header_field::kFlags.offset,
+                       "shares its codebooks with another file, which is not supported");
+    }
+    return std::nullopt;
+}
+
+std::optional<Result> counts_fault(const Header& header) {
+    if (header.total_slices == 0) return malformed(header_field::kTotalSlices.offset, "it has no slices");
+    if (header.total_images == 0) return malformed(header_field::kTotalImages.offset, "it has no images");
+    if (header.total_images > header.total_slices) {
+        return malformed(header_field::kTotalImages.offset, "it has more images than slices");
+    }
+    if (header.has_alpha_entries() && header.total_slices % 2 != 0) {
+        return malformed(header_field::kTotalSlices.offset, "one of its slices lacks its alpha");
+    }
+    return std::nullopt;
+}
+
+// Of a file that passes otherwise.
+std::optional<Result> texture_type_fault(const Header& header) {
+    if (header.holds_2d_images()) return std::nullopt;
+    return failure(vTextureCheck::eUnsupportedFormat, header_field::kTextureType.offset,
+                   std::string("is a ").append(basis::kTextureTypeNames[header.texture_type]) +
+                       ": only 2D textures and arrays of them are transcoded");
+}
+
+std::uint64_t level_bytes(const Slice& slice) { return kBytesPerBlock * slice.blocks(); }
+
+std::uint32_t rounded_up(std::uint32_t pixels, std::uint32_t block) { return (pixels + block - 1) / block; }
+
+// Everything behind a header that is in order.
+class TableCheck {
 public:
-    BasisCheck(const unsigned char* data, std::uint64_t size, const vTextureLimits& limits)
-        : data_(data), size_(size), limits_(limits) {}
+    TableCheck(const unsigned char* data, std::uint64_t size, const vTextureLimits& limits)
+        : data_(data),
+          size_(size),
+          limits_(limits),
+          header_(basis::read_header(data)),
+          codec_(*basis::find_codec(header_.codec)) {}
 
     Result run() {
-        if (const auto fault = length_fault(size_, limits_)) return *fault;
-        if (const auto fault = header_fault()) return *fault;
+        if (const auto fault = counts_fault(header_)) return *fault;
         if (const auto fault = slice_table_fault()) return *fault;
         if (const auto fault = codebooks_fault()) return *fault;
         if (const auto fault = slices_fault()) return *fault;
         if (lost_) return *lost_;
-        if (const auto fault = texture_type_fault()) return *fault;
+        if (const auto fault = texture_type_fault(header_)) return *fault;
         Result result;
         result.totalBytes = total_;
         return result;
     }
 
-    std::optional<Result> header_fault() const {
-        const std::string_view start(reinterpret_cast<const char*>(data_), std::min(size_, std::uint64_t{2}));
-        if (start.empty()) return failure(vTextureCheck::eNotThisKind, 0, "is empty");
-        if (start != std::string_view("sB").substr(0, start.size())) {
-            return failure(vTextureCheck::eNotThisKind, 0,
-                           "is not a .basis file: it starts with " + in_quotes(start) + " instead of \"sB\"");
-        }
-        if (size_ < kHeaderEnd) return cut_short("its header", kHeaderEnd, size_);
-        if (size_ > UINT32_MAX) {
-            return failure(vTextureCheck::eAbsurdSize, 0, "has 4 GiB or more, which no .basis file has");
-        }
-        if (number(kVersion) != kSupportedVersion) return unsupported(kVersion, "version", number(kVersion));
-        if (number(kHeaderSize) != kHeaderEnd) {
-            return malformed(kHeaderSize.offset, "its header has " + std::to_string(number(kHeaderSize)) +
-                                                     " bytes instead of " + std::to_string(kHeaderEnd));
-        }
-        if (number(kCodec) >= kCodecs) return unsupported(kCodec, "codec", number(kCodec));
-        if (number(kTextureType) >= kTextureTypes.size()) {
-            return malformed(kTextureType.offset, "it has no known texture type");
-        }
-        if (has_flag(kFlagETC1S) != etc1s()) {
-            return malformed(kFlags.offset, "its flags contradict its codec");
-        }
-        if (etc1s() && has_flag(kFlagGlobalCodebook)) {
-            return failure(vTextureCheck::eUnsupportedFormat, kFlags.offset,
-                           "shares its codebooks with another file, which is not supported");
-        }
-        return std::nullopt;
-    }
-
 private:
-    std::uint32_t number(Field field, std::uint64_t entry = 0) const {
-        std::uint32_t value = 0;
-        for (std::size_t i = field.bytes; i-- > 0;) value = value << 8 | data_[entry + field.offset + i];
-        return value;
-    }
-
-    static Result malformed(std::uint64_t offset, std::string sentence) {
-        sentence += ", says byte " + std::to_string(offset);
-        return failure(vTextureCheck::eMalformedTable, offset, std::move(sentence));
-    }
-
-    bool etc1s() const { return number(kCodec) == kETC1S; }
-    bool has_flag(std::uint32_t flag) const { return (number(kFlags) & flag) != 0; }
-    bool stores_whole_blocks() const {
-        const std::uint32_t codec = number(kCodec);
-        return (codec >= kUASTC && codec <= kASTCHDR6x6) || codec >= kFirstASTC;
-    }
-    bool has_alpha_entries() const { return etc1s() && has_flag(kFlagAlpha); }
-
-    static Result unsupported(Field field, const char* what, std::uint32_t value) {
-        return failure(vTextureCheck::eUnsupportedFormat, field.offset,
-                       std::string("the ").append(what) + " " + std::to_string(value) + " at byte " +
-                           std::to_string(field.offset) + " is not supported");
-    }
-
     // A section that ends where no promise of the header reaches is a contradiction; one that the promise
     // reaches, and the file does not, is cut short.
-    std::uint64_t promised_length() const { return kHeaderEnd + std::uint64_t{number(kDataSize)}; }
-
-    bool lies_within(std::uint64_t offset, std::uint64_t bytes) const {
-        return offset + bytes <= std::max(promised_length(), size_);
-    }
-
-    std::optional<Result> slice_table_fault() const {
-        if (number(kTotalSlices) == 0) return malformed(kTotalSlices.offset, "it has no slices");
-        if (number(kTotalImages) == 0) return malformed(kTotalImages.offset, "it has no images");
-        if (number(kTotalImages) > number(kTotalSlices)) {
-            return malformed(kTotalImages.offset, "it has more images than slices");
-        }
-        if (has_alpha_entries() && number(kTotalSlices) % 2 != 0) {
-            return malformed(kTotalSlices.offset, "one of its slices lacks its alpha");
-        }
-        const std::uint64_t table = number(kSliceTableOffset);
-        const std::uint64_t table_size = std::uint64_t{number(kTotalSlices)} * kEntrySize;
-        if (table < kHeaderEnd || !lies_within(table, table_size)) {
-            return malformed(kSliceTableOffset.offset, "its table of slices lies outside the file");
-        }
-        if (table + table_size > size_) return missing("its table of slices", table + table_size);
-        return std::nullopt;
-    }
-
-    std::optional<Result> codebooks_fault() {
-        if (!etc1s()) return std::nullopt;
-        if (const auto fault = codebook_fault("endpoints", kEndpointsOffset, kEndpointsSize)) return fault;
-        if (const auto fault = codebook_fault("selectors", kSelectorsOffset, kSelectorsSize)) return fault;
-        return codebook_fault("Huffman tables", kTablesOffset, kTablesSize);
-    }
-
-    std::optional<Result> codebook_fault(const char* what, Field offset, Field size) {
-        const std::string name = std::string("its section of ").append(what);
-        const std::uint64_t start = number(offset);
-        const std::uint64_t bytes = number(size);
-        if (bytes == 0) return malformed(size.offset, name + " is empty");
-        if (!lies_within(start, bytes)) return malformed(offset.offset, name + " lies outside the file");
-        if (start + bytes > size_) lose(name, start + bytes, 0, 0);
-        return std::nullopt;
-    }
+    bool lies_within(std::uint64_t end) const { return end <= std::max(header_.promised_length(), size_); }
 
     Result missing(const std::string& what, std::uint64_t end) const {
         Result result = cut_short(what, end, size_);
-        result.missingBytes = promised_length() - size_;
+        result.missingBytes = header_.promised_length() - size_;
         return result;
     }
 
@@ -233,98 +144,114 @@ private:
         lost_->level = static_cast<int>(level);
     }
 
+    std::optional<Result> slice_table_fault() const {
+        const std::uint64_t end = header_.slice_entry(header_.total_slices);
+        if (header_.slice_table < basis::kHeaderSize || !lies_within(end)) {
+            return malformed(header_field::kSliceTableOffset.offset,
+                             "its table of slices lies outside the file");
+        }
+        if (end > size_) return missing("its table of slices", end);
+        return std::nullopt;
+    }
+
+    std::optional<Result> codebooks_fault() {
+        if (!header_.is_etc1s()) return std::nullopt;
+        const struct {
+            const char* name;
+            Section section;
+            Field offset;
+            Field bytes;
+        } sections[] = {{"its section of endpoints", header_.endpoints, header_field::kEndpointsOffset,
+                         header_field::kEndpointsSize},
+                        {"its section of selectors", header_.selectors, header_field::kSelectorsOffset,
+                         header_field::kSelectorsSize},
+                        {"its section of Huffman tables", header_.tables, header_field::kTablesOffset,
+                         header_field::kTablesSize}};
+        for (const auto& [name, section, offset, bytes] : sections) {
+            if (section.bytes == 0) return malformed(bytes.offset, std::string(name) + " is empty");
+            if (!lies_within(section.end())) {
+                return malformed(offset.offset, std::string(name) + " lies outside the file");
+            }
+            if (section.end() > size_) lose(name, section.end(), 0, 0);
+        }
+        return std::nullopt;
+    }
+
     std::optional<Result> slices_fault() {
-        for (std::uint64_t i = 0; i < number(kTotalSlices); ++i) {
-            const std::uint64_t entry = number(kSliceTableOffset) + i * kEntrySize;
-            const bool alpha = has_alpha_entries() && i % 2 != 0;
-            if (const auto fault = order_fault(entry, alpha)) return fault;
-            if (const auto fault = extent_fault(entry)) return fault;
-            if (const auto fault = data_fault(entry)) return fault;
-            if (!alpha) total_ += level_bytes(entry);
+        for (std::uint64_t i = 0; i < header_.total_slices; ++i) {
+            const std::uint64_t entry = header_.slice_entry(i);
+            const Slice slice = basis::read_slice(data_ + entry);
+            const bool alpha = header_.has_alpha_entries() && i % 2 != 0;
+            if (const auto fault = order_fault(slice, entry, alpha)) return fault;
+            if (const auto fault = extent_fault(slice, entry)) return fault;
+            if (const auto fault = data_fault(slice, entry)) return fault;
+            if (!alpha) total_ += level_bytes(slice);
         }
-        if (image_ + 1 != number(kTotalImages)) {
-            return malformed(kTotalImages.offset, "its table of slices has another number of images");
+        if (image_ + 1 != header_.total_images) {
+            return malformed(header_field::kTotalImages.offset,
+                             "its table of slices has another number of images");
         }
-        if (total_ > limits_.maxBytes) {
-            return too_many_bytes(total_, number(kSliceTableOffset), limits_.maxBytes);
-        }
-        if (promised_length() > size_) lose("its last section", promised_length(), -1, -1);
+        if (total_ > limits_.maxBytes) return too_many_bytes(total_, header_.slice_table, limits_.maxBytes);
+        const std::uint64_t promised = header_.promised_length();
+        if (promised > size_) lose("its last section", promised, -1, -1);
         if (lost_) lost_->totalBytes = total_;
         return std::nullopt;
     }
 
     // Entries follow one another by image and level; in an ETC1S file with alpha, each in two.
-    std::optional<Result> order_fault(std::uint64_t entry, bool alpha) {
-        const std::uint32_t image = number(kImage, entry);
-        const std::uint32_t level = number(kLevel, entry);
-        if (alpha && (image != image_ || level != level_)) {
+    std::optional<Result> order_fault(const Slice& slice, std::uint64_t entry, bool alpha) {
+        if (alpha && (slice.image != image_ || slice.level != level_)) {
             return malformed(entry, "the alpha of a slice is not that of its colour");
         }
-        const bool next_image = image == image_ + 1 && level == 0;
-        const bool next_level = image == image_ && level == level_ + 1;
+        const bool next_image = slice.image == image_ + 1 && slice.level == 0;
+        const bool next_level = slice.image == image_ && slice.level == level_ + 1;
         if (!alpha && !next_image && !next_level) return malformed(entry, "its slices are not in order");
-        if (etc1s() && ((number(kSliceFlags, entry) & kSliceFlagAlpha) != 0) != alpha) {
-            return malformed(entry + kSliceFlags.offset,
+        if (header_.is_etc1s() && slice.has_alpha() != alpha) {
+            return malformed(entry + slice_field::kFlags.offset,
                              "a slice is not what its place says: colour or alpha");
         }
-        image_ = image;
-        level_ = level;
+        image_ = slice.image;
+        level_ = slice.level;
         return std::nullopt;
     }
 
-    std::optional<Result> data_fault(std::uint64_t entry) {
-        const std::uint64_t bytes = number(kSliceDataSize, entry);
-        const std::uint64_t end = number(kDataOffset, entry) + bytes;
-        if (!lies_within(end, 0)) {
-            return malformed(entry + kDataOffset.offset, "the data of a slice lie outside the file");
+    std::optional<Result> extent_fault(const Slice& slice, std::uint64_t entry) const {
+        if (slice.width == 0 || slice.width > limits_.maxExtent) {
+            return absurd_extent("width", slice.width, entry + slice_field::kWidth.offset, limits_.maxExtent);
         }
-        if (stores_whole_blocks() && bytes < kBytesPerStoredBlock * blocks(entry)) {
-            return malformed(entry + kSliceDataSize.offset, "a slice has fewer bytes than its blocks");
+        if (slice.height == 0 || slice.height > limits_.maxExtent) {
+            return absurd_extent("height", slice.height, entry + slice_field::kHeight.offset,
+                                 limits_.maxExtent);
         }
-        if (end > size_) {
-            lose("level " + std::to_string(level_) + " of slice " + std::to_string(image_), end, image_,
-                 level_);
-        }
-        return std::nullopt;
-    }
-
-    // The last thing to look at: of a file that passes otherwise, it is all that is wrong.
-    std::optional<Result> texture_type_fault() const {
-        const std::uint32_t type = number(kTextureType);
-        if (type < k2DTypes) return std::nullopt;
-        return failure(vTextureCheck::eUnsupportedFormat, kTextureType.offset,
-                       std::string("is a ").append(kTextureTypes[type]) +
-                           ": only 2D textures and arrays of them are transcoded");
-    }
-
-    std::uint64_t blocks(std::uint64_t entry) const {
-        return std::uint64_t{number(kBlocksAcross, entry)} * number(kBlocksDown, entry);
-    }
-
-    std::uint64_t level_bytes(std::uint64_t entry) const { return kBytesPerBlock * blocks(entry); }
-
-    std::optional<Result> extent_fault(std::uint64_t entry) const {
-        const BlockExtent block = block_extent(number(kCodec));
-        const std::uint32_t width = number(kWidth, entry);
-        const std::uint32_t height = number(kHeight, entry);
-        if (width == 0 || width > limits_.maxExtent) {
-            return absurd_extent("width", width, entry + kWidth.offset, limits_.maxExtent);
-        }
-        if (height == 0 || height > limits_.maxExtent) {
-            return absurd_extent("height", height, entry + kHeight.offset, limits_.maxExtent);
-        }
-        if (number(kLevel, entry) >= kMostLevels) {
-            return failure(vTextureCheck::eAbsurdSize, entry + kLevel.offset,
+        if (slice.level >= kMostLevels) {
+            return failure(vTextureCheck::eAbsurdSize, entry + slice_field::kLevel.offset,
                            "has more than " + std::to_string(kMostLevels) + " levels");
         }
-        if (number(kBlocksAcross, entry) != (width + block.width - 1) / block.width ||
-            number(kBlocksDown, entry) != (height + block.height - 1) / block.height) {
-            return malformed(entry + kBlocksAcross.offset, "the blocks of a slice do not fit its extent");
+        if (slice.blocks_across != rounded_up(slice.width, codec_.block_width) ||
+            slice.blocks_down != rounded_up(slice.height, codec_.block_height)) {
+            return malformed(entry + slice_field::kBlocksAcross.offset,
+                             "the blocks of a slice do not fit its extent");
         }
-        if (level_bytes(entry) > kMostLevelBytes) {
-            return failure(vTextureCheck::eAbsurdSize, entry + kWidth.offset,
-                           "has a level of 2 GiB or more: " + std::to_string(width) + " x " +
-                               std::to_string(height) + " pixels");
+        if (level_bytes(slice) > kMostLevelBytes) {
+            return failure(vTextureCheck::eAbsurdSize, entry + slice_field::kWidth.offset,
+                           "has a level of 2 GiB or more: " + std::to_string(slice.width) + " x " +
+                               std::to_string(slice.height) + " pixels");
+        }
+        return std::nullopt;
+    }
+
+    std::optional<Result> data_fault(const Slice& slice, std::uint64_t entry) {
+        if (!lies_within(slice.data.end())) {
+            return malformed(entry + slice_field::kDataOffset.offset,
+                             "the data of a slice lie outside the file");
+        }
+        if (slice.data.bytes < codec_.stored_block_bytes * slice.blocks()) {
+            return malformed(entry + slice_field::kDataSize.offset,
+                             "a slice has fewer bytes than its blocks");
+        }
+        if (slice.data.end() > size_) {
+            lose("level " + std::to_string(level_) + " of slice " + std::to_string(image_), slice.data.end(),
+                 image_, level_);
         }
         return std::nullopt;
     }
@@ -332,6 +259,8 @@ private:
     const unsigned char* data_;
     std::uint64_t size_;
     vTextureLimits limits_;
+    Header header_;
+    const Codec& codec_;
 
     // Of the entries seen so far.
     std::int64_t image_ = -1;
@@ -343,11 +272,14 @@ private:
 }  // namespace
 
 std::optional<Result> basis_header_fault(const unsigned char* header, std::uint64_t length) {
-    return BasisCheck(header, length, vTextureLimits()).header_fault();
+    if (const auto fault = start_fault(header, length)) return fault;
+    return format_fault(basis::read_header(header));
 }
 
 Result check_basis_table(const unsigned char* data, std::uint64_t size, const vTextureLimits& limits) {
-    return BasisCheck(data, size, limits).run();
+    if (const auto fault = length_fault(size, limits)) return *fault;
+    if (const auto fault = basis_header_fault(data, size)) return *fault;
+    return TableCheck(data, size, limits).run();
 }
 
 }  // namespace pelto::info

@@ -2,7 +2,6 @@
 #ifndef PELTO_INFO_BASIS_TABLE_H
 #define PELTO_INFO_BASIS_TABLE_H
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 
@@ -10,10 +9,8 @@
 
 namespace pelto::info {
 
-constexpr std::size_t kBasisHeaderSize = 77;
-
 /// What the header alone says against a file of `length` bytes, which starts with the bytes at `header`:
-/// kBasisHeaderSize, or all where the file has fewer.
+/// basis::kHeaderSize of them, or all where the file has fewer.
 std::optional<vTextureCheck::Result> basis_header_fault(const unsigned char* header, std::uint64_t length);
 
 /// Looks at everything but the compressed data themselves.

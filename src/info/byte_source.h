@@ -16,6 +16,9 @@ struct ByteSource {
     /// Copies `n` bytes from `offset` on, and returns how many there were.
     std::function<std::size_t(std::uint64_t offset, void* to, std::size_t n)> read;
 
+    /// All of it, where it lies in memory; else null.
+    const unsigned char* data = nullptr;
+
     /// The first `n` bytes, or all where there are fewer.
     std::string start(std::size_t n) const {
         std::string bytes(n, '\0');

@@ -118,7 +118,7 @@ void vTextureInfo::_DescribeDDS(const ByteSource& source, const vTextureLimits& 
     const std::string start = source.start(pelto::dds::kHeadersSize);
     DDSHeaders headers;
     if (const auto fault = read_dds_headers(start, headers)) {
-        problem = *fault;
+        problem = check = *fault;
         return;
     }
     const pelto::dds::Header& header = headers.header;
@@ -139,6 +139,7 @@ void vTextureInfo::_DescribeDDS(const ByteSource& source, const vTextureLimits& 
     }
     const DDSTable loaded =
         read_dds_table(reinterpret_cast<const unsigned char*>(start.data()), start.size(), fileBytes, limits);
+    check = loaded.result;
     _NoteHabitsOfTheLoader(headers, loaded.has_format ? static_cast<int>(loaded.format) : Format::kRefused);
     if (!problem.ok()) return;
 
@@ -172,7 +173,7 @@ void vTextureInfo::_DescribeDDS(const ByteSource& source, const vTextureLimits& 
         problem = too_many_bytes(bytes, kDDSWidth, limits.maxBytes);
         return;
     }
-    loads = loaded.result.ok();
+    loads = check.ok();
     if (loaderFormat != Format::kRefused && header.depth > 1 && header.depth <= INT_MAX && !volume) {
         _Note(vTextureNote::eDepthWithoutVolume,
               "its header gives a depth of " + to_string(header.depth) +

@@ -159,6 +159,15 @@ bool codec_has_alpha(const Bytes& descriptor) {
 }  // namespace
 
 void vTextureInfo::_DescribeKTX2(const ByteSource& source, const vTextureLimits& limits) {
+    _ReadKTX2(source, limits);
+    check = problem;
+    if (!problem.ok()) return;
+    check = missingBytes > 0 ? WhatIsMissing()
+                             : failure(vTextureCheck::eUnsupportedFormat, 0,
+                                       "is a KTX2 file, which neither vDDSImage nor TOZ::vBasisImage takes");
+}
+
+void vTextureInfo::_ReadKTX2(const ByteSource& source, const vTextureLimits& limits) {
     const Bytes header = read(source, 0, kHeaderEnd);
     if (header.size() < kHeaderEnd) {
         problem = source.size < kKTX2Magic.size() || header.size() >= kKTX2Magic.size()

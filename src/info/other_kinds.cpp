@@ -50,13 +50,14 @@ constexpr Kind kKinds[] = {
 };
 
 bool is_text_byte(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte >= 0x20 ? byte != 0x7F : c == '\n' || c == '\r' || c == '\t' || c == '\f';
+    return (c >= 0x20 && c < 0x7F) || c == '\n' || c == '\r' || c == '\t' || c == '\f';
 }
 
 // Long enough not to be text by accident.
 bool is_text(std::string_view start) {
     constexpr std::size_t kLeast = 8;
+    constexpr std::string_view kUTF8Mark = "\xEF\xBB\xBF";
+    if (start.substr(0, kUTF8Mark.size()) == kUTF8Mark) return true;
     return start.size() >= kLeast && std::all_of(start.begin(), start.end(), is_text_byte);
 }
 

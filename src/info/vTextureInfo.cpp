@@ -44,12 +44,14 @@ std::uint32_t face_at_place(std::uint32_t mask, std::uint32_t place) {
 namespace pelto::info {
 
 ByteSource byte_source(const void* data, std::uint64_t size) {
-    return {size, [=](std::uint64_t offset, void* to, std::size_t n) -> std::size_t {
-                if (offset >= size) return 0;
-                const std::size_t count = static_cast<std::size_t>(std::min<std::uint64_t>(n, size - offset));
-                std::memcpy(to, static_cast<const unsigned char*>(data) + offset, count);
-                return count;
-            }};
+    const auto* const bytes = static_cast<const unsigned char*>(data);
+    const auto read = [=](std::uint64_t offset, void* to, std::size_t n) -> std::size_t {
+        if (offset >= size) return 0;
+        const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(n, size - offset));
+        std::memcpy(to, bytes + offset, count);
+        return count;
+    };
+    return {size, read, bytes};
 }
 
 }  // namespace pelto::info
@@ -57,27 +59,34 @@ ByteSource byte_source(const void* data, std::uint64_t size) {
 const char* vTextureNote::CodeName() const { return kCodeNames[code]; }
 
 vTextureInfo vTextureInfo::ReadFile(const std::string& path, const vTextureLimits& limits) {
-    pelto::info::RegularFile file(path);
-    const auto unreadable = [&] {
-        vTextureInfo info;
-        info.problem = pelto::info::failure(vTextureCheck::eUnreadable, 0, file.fault());
-        return info;
-    };
-    if (!file.fault().empty()) return unreadable();
-    vTextureInfo info = _Read(file.source(), limits);
-    return file.fault().empty() ? info : unreadable();
+    return _ReadFile(path, limits, false);
+}
+
+vTextureInfo vTextureInfo::CheckFile(const std::string& path, const vTextureLimits& limits) {
+    return _ReadFile(path, limits, true);
 }
 
 vTextureInfo vTextureInfo::ReadBuffer(const void* data, std::uint64_t size, const vTextureLimits& limits) {
-    return _Read(pelto::info::byte_source(data, size), limits);
+    return _Read(pelto::info::byte_source(data, size), limits, false);
 }
 
-vTextureInfo vTextureInfo::_Read(const ByteSource& source, const vTextureLimits& limits) {
+vTextureInfo vTextureInfo::_ReadFile(const std::string& path, const vTextureLimits& limits, bool codebooks) {
+    pelto::info::RegularFile file(path);
+    vTextureInfo info;
+    if (file.fault().empty()) info = _Read(file.source(), limits, codebooks);
+    if (!file.fault().empty()) {
+        info = vTextureInfo();
+        info.problem = info.check = pelto::info::failure(vTextureCheck::eUnreadable, 0, file.fault());
+    }
+    return info;
+}
+
+vTextureInfo vTextureInfo::_Read(const ByteSource& source, const vTextureLimits& limits, bool codebooks) {
     using namespace pelto::info;
     vTextureInfo info;
     info.fileBytes = source.size;
     if (const auto fault = length_fault(source.size, limits)) {
-        info.problem = *fault;
+        info.problem = info.check = *fault;
         return info;
     }
     const std::string start = source.start(kStartSize);
@@ -93,10 +102,10 @@ vTextureInfo vTextureInfo::_Read(const ByteSource& source, const vTextureLimits&
         info._DescribeKTX2(source, limits);
     } else if (starts_with(kBasisMagic)) {
         info.container = eBasis;
-        info._DescribeBasis(source, limits);
+        info._DescribeBasis(source, limits, codebooks);
     } else {
-        info.problem = other_kind(start, "a texture file (DDS, .basis or KTX2)", {});
-        if (is_lfs_pointer(start)) info.notes.push_back({vTextureNote::eLFSPointer, info.problem.sentence});
+        info.problem = info.check = other_kind(start, "a texture file (DDS, .basis or KTX2)", {});
+        if (is_lfs_pointer(start)) info._Note(vTextureNote::eLFSPointer, info.problem.sentence);
     }
     return info;
 }

@@ -149,7 +149,7 @@ TEST(BasisCheckFile, NamesTheFirstLevelOfAFileWithoutAllOfItsCodebooks) {
 TEST(BasisCheckFile, TellsWhatIsNoBasisFile) {
     const Check::Result result = check({'D', 'D', 'S', ' '});
     EXPECT_EQ(result.status, Check::eNotThisKind);
-    EXPECT_EQ(result.sentence, "is not a .basis file: it starts with \"DD\" instead of \"sB\"");
+    EXPECT_EQ(result.sentence, "is a DDS file, not a .basis file");
 }
 
 struct Damage {

@@ -53,7 +53,7 @@ TEST(BasisSentences, QuoteTheFirstTwoBytes) {
     for (const auto& test : cases) {
         expect_said(check(test.start), Check::eNotThisKind, 0, starts_with(test.quoted));
         Bytes longer = test.start;
-        if (longer.size() == 2) longer.resize(100, 'x');
+        if (longer.size() == 2) longer.resize(100);
         expect_said(check(longer), Check::eNotThisKind, 0, starts_with(test.quoted));
     }
 }
