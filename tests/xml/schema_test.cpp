@@ -192,6 +192,30 @@ TEST_F(XmlSchema, IncludesFilesOfItsFolder) {
     EXPECT_TRUE(is_valid("<r xmlns='v'><b>1</b></r>"));
 }
 
+TEST_F(XmlSchema, IncludesAThousandFilesAtMost) {
+    const std::string begin = "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'>";
+    const auto including = [&](int files) {
+        std::string schema = begin;
+        for (int i = 0; i < files; ++i) {
+            const std::string name = "s" + std::to_string(i) + ".xsd";
+            folder.write(name, begin + "</xs:schema>");
+            schema += "<xs:include schemaLocation='" + name + "'/>";
+        }
+        return schema + "<xs:element name='a'/></xs:schema>";
+    };
+    EXPECT_EQ(load("k", including(1000)), S_OK) << parser.said();
+    EXPECT_TRUE(parser.problems().empty()) << parser.said();
+    // Each file that is left out has its warning.
+    EXPECT_EQ(load("k", including(1002)), S_OK) << parser.said();
+    ASSERT_EQ(parser.problems().size(), 2U) << parser.said();
+    for (const int left_out : {0, 1}) {
+        const Problem& warning = parser.problems().at(static_cast<std::size_t>(left_out));
+        EXPECT_EQ(warning.severity, "warning");
+        EXPECT_EQ(warning.message, "the file \"s" + std::to_string(1000 + left_out) +
+                                       ".xsd\" is not read: more than 1000 external files are read");
+    }
+}
+
 TEST_F(XmlSchema, AnIncludeOutsideTheFolderIsRefused) {
     std::filesystem::create_directory(folder.path("inside"));
     folder.write("types.xsd",
@@ -221,6 +245,28 @@ TEST_F(XmlSchema, AnImportFromTheWebIsAWarningWhereNothingNeedsIt) {
     EXPECT_EQ(parser.count("warning"), 1) << parser.said();
     EXPECT_TRUE(is_valid("<a/>"));
     EXPECT_FALSE(is_valid("<b/>"));
+}
+
+TEST_F(XmlSchema, WarningsAreReportedOnce) {
+    ASSERT_EQ(load("k",
+                   "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:import namespace='w' "
+                   "schemaLocation='absent.xsd'/><xs:element name='a'/></xs:schema>"),
+              S_OK)
+        << parser.said();
+    EXPECT_EQ(parser.count("warning"), 1) << parser.said();
+    ASSERT_EQ(load("other", schema_of("r", "b", "v")), S_OK) << parser.said();
+    EXPECT_TRUE(parser.problems().empty()) << parser.said();
+}
+
+TEST_F(XmlSchema, ARefusalAfterAFatalErrorIsNoSecondOne) {
+    folder.write("malformed.xsd", "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'>");
+    std::string schema =
+        "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:include "
+        "schemaLocation='malformed.xsd'/><xs:element name='a'><xs:complexType><xs:sequence>";
+    for (int i = 0; i < 100000; ++i) schema += "<xs:element name='b" + std::to_string(i) + "'/>";
+    schema += "</xs:sequence></xs:complexType></xs:element></xs:schema>";
+    EXPECT_EQ(load("k", schema), E_FAIL);
+    EXPECT_EQ(parser.fatal_error().system_id, folder.path("malformed.xsd"));
 }
 
 TEST_F(XmlSchema, HintsOfADocumentAreNeitherFollowedNorFailures) {

@@ -93,10 +93,12 @@ public:
         return check(held <= kMemory && taken_ <= kTakenMemory + kTakenMemoryPerByte * read_, kTooMuchMemory);
     }
 
+    /// A file of `bytes` bytes is read. A schema goes on without a file too many: the other limits hold.
     const char* external_file(std::size_t bytes) {
         external_bytes_ += bytes;
-        if (++external_files_ > kExternalFiles) return check(false, "more than 1000 external files are read");
-        return check(external_bytes_ <= kExternalBytes, "the external files are larger than 64 MiB together");
+        if (++external_files_ > kExternalFiles) return "more than 1000 external files are read";
+        return external_bytes_ > kExternalBytes ? "the external files are larger than 64 MiB together"
+                                                : nullptr;
     }
 
 private:

@@ -34,6 +34,7 @@ void ErrorRelay::refuse(const Refusal& refusal) {
 }
 
 void ErrorRelay::warn(const std::string& message) {
+    if (!pass_warnings_) return;
     const Position at = locator_.position();
     pass(&OXAISAXErrorHandler::Warning,
          OXASAXParseException(to_unicode(message), at.line, at.column, to_unicode(at.public_id),
