@@ -155,6 +155,24 @@ TEST(UnicodeString, ASurrogateWithoutItsOtherHalfBecomesTheReplacementCharacter)
     EXPECT_EQ(converted({0xDFFF, 0xDBFF}), replacement + replacement);
 }
 
+TEST(UnicodeString, ConvertsNoUnitBehindTheLength) {
+    OXAUnicodeString text;
+    text.AssignUtf16(u"a\U0001F600", 2);
+    EXPECT_STREQ(text.ConvertToChar(), "a\xef\xbf\xbd");
+}
+
+TEST(UnicodeString, ConvertsWholeBlocksOfTheCharactersBesideAscii) {
+    for (const auto& [unit, bytes] : {std::pair(u'\u007f', "\x7f"), std::pair(u'\u0080', "\xc2\x80")}) {
+        for (const std::size_t length : {31U, 32U, 33U, 64U}) {
+            OXAUnicodeString text;
+            text.AssignUtf16(std::u16string(length, unit).data(), length);
+            std::string expected;
+            for (std::size_t i = 0; i < length; ++i) expected += bytes;
+            EXPECT_EQ(text_of(text), expected) << length;
+        }
+    }
+}
+
 /// The C library's conversion.
 std::string convert_with_iconv(std::u16string wide) {
     const iconv_t converter = iconv_open("UTF-8", "UTF-16LE");

@@ -54,6 +54,16 @@ TEST(XmlErrors, AMissingDocumentIsAFatalErrorThatNamesThePath) {
     }
 }
 
+TEST(XmlErrors, AReadThatFailsIsAFatalErrorThatNamesThePath) {
+    // A regular file that opens, but has nothing at its beginning.
+    const std::string path = "/proc/self/mem";
+    Parser parser;
+    EXPECT_EQ(parser.parse_file(path), E_FAIL);
+    const Problem fatal = parser.fatal_error();
+    EXPECT_EQ(fatal.message, "cannot read \"" + path + "\": Input/output error");
+    EXPECT_EQ(fatal.system_id, path);
+}
+
 TEST(XmlErrors, APathWithAZeroByteNamesNoFile) {
     const support::TemporaryFolder folder;
     const std::string path = folder.write("a.xml", "<a/>") + std::string("\0.xml", 5);
@@ -163,6 +173,32 @@ TEST(XmlLocator, StandsAtTheFatalError) {
               std::to_string(malformed.line) + ":" + std::to_string(malformed.column));
     EXPECT_EQ(parser.parse_text("<a>\n\n\xff</a>"), E_FAIL);
     EXPECT_EQ(place_of(parser.handler->locator), "3:1");
+}
+
+/// Asks the locator as soon as it gets it.
+class EarlyHandler final : public RecordingHandler {
+public:
+    std::vector<std::string> places;
+
+    HRESULT SetDocumentLocator(const OXAISAXLocator_var& given) override {
+        OXAUnicodeString system_id;
+        EXPECT_EQ(given->GetSystemId(system_id), S_OK);
+        places.push_back(place_of(given) + text_of(system_id));
+        return S_OK;
+    }
+};
+
+TEST(XmlLocator, IsAtZeroAgainWhenTheNextDocumentBegins) {
+    const support::TemporaryFolder folder;
+    const std::string path = folder.write("a.xml", "<a>\n</a>\n");
+    Parser parser;
+    const auto handler = OXAVar<EarlyHandler>::Adopt(new EarlyHandler);
+    parser.reader->SetContentHandler(OXAISAXContentHandler_var(handler));
+    EXPECT_EQ(parser.parse_file(path), S_OK);
+    EXPECT_EQ(parser.parse_file(path), S_OK);
+    EXPECT_EQ(parser.parse_text("<a>\n</b>"), E_FAIL);
+    EXPECT_EQ(parser.parse_file(path), S_OK);
+    EXPECT_EQ(handler->places, (std::vector<std::string>{"0:0", "0:0", "0:0", "0:0"}));
 }
 
 TEST(XmlLocator, IsAtZeroBeforeAnythingWasRead) {

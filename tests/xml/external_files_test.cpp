@@ -40,6 +40,14 @@ TEST_F(XmlExternalFiles, ADtdOfTheFolderIsReadAndChecksTheDocument) {
     }
 }
 
+TEST_F(XmlExternalFiles, OneLetterBeforeAColonIsADriveAndNoScheme) {
+    folder.write("inside/C:\\a.dtd", kDtd);
+    EXPECT_EQ(parse("<!DOCTYPE a SYSTEM 'C:\\a.dtd'><a><b/></a>"), S_OK) << parser.said();
+    EXPECT_EQ(parser.events().at(3), "<b b c=default>");
+    EXPECT_EQ(parse("<!DOCTYPE a SYSTEM 'CD:\\a.dtd'><a><b/></a>"), E_FAIL);
+    EXPECT_NE(parser.fatal_error().message.find("only local files are read"), std::string::npos);
+}
+
 TEST_F(XmlExternalFiles, ADocumentNamedByARelativePathFindsItsDtd) {
     folder.write("inside/a.dtd", kDtd);
     folder.write("inside/document.xml", "<!DOCTYPE a SYSTEM 'a.dtd'><a><b/></a>");
@@ -121,6 +129,41 @@ TEST_F(XmlExternalFiles, ATextInMemoryHasNoFolder) {
         parser.fatal_error();
     }
     std::filesystem::current_path(before);
+}
+
+TEST_F(XmlExternalFiles, ADtdIncludesAThousandFilesAtMost) {
+    folder.write("inside/more.dtd", "<!-- more -->");
+    const auto including = [](int files) {
+        std::string dtd = "<!DOCTYPE a [<!ENTITY % more SYSTEM 'more.dtd'>";
+        for (int i = 0; i < files; ++i) dtd += "%more;";
+        return dtd + "]><a/>";
+    };
+    EXPECT_EQ(parse(including(1000)), S_OK) << parser.said();
+    EXPECT_EQ(parse(including(1001)), E_FAIL);
+    EXPECT_EQ(parser.fatal_error().message,
+              "the external entity \"more.dtd\" is not read: more than 1000 external files are read");
+    EXPECT_EQ(parse(including(1000)), S_OK) << parser.said();
+}
+
+TEST_F(XmlExternalFiles, ADtdAndItsFilesHave64MebibytesAtMost) {
+    constexpr std::uintmax_t most = std::uintmax_t{64} << 20;
+    const std::string dtd = "<!ENTITY % zeros SYSTEM 'zeros.dtd'>%zeros;";
+    folder.write("inside/a.dtd", dtd);
+    folder.write("inside/zeros.dtd", "");
+    const auto message = [&](const char* file, std::uintmax_t size) {
+        std::filesystem::resize_file(folder.path("inside/zeros.dtd"), size);
+        EXPECT_EQ(parse(std::string("<!DOCTYPE a SYSTEM '") + file + "'><a/>"), E_FAIL);
+        return parser.fatal_error().message;
+    };
+    // What was read is looked at: it begins with a zero byte.
+    EXPECT_EQ(message("zeros.dtd", most), "a zero character is not allowed");
+    EXPECT_EQ(message("a.dtd", most - dtd.size()), "a zero character is not allowed");
+    EXPECT_EQ(message("a.dtd", most - dtd.size() + 1),
+              "the external entity \"zeros.dtd\" is not read: the external files are larger than 64 MiB "
+              "together");
+    EXPECT_EQ(message("zeros.dtd", most + 1),
+              "the external entity \"zeros.dtd\" is not read: cannot read \"" +
+                  folder.path("inside/zeros.dtd") + "\": too large");
 }
 
 TEST_F(XmlExternalFiles, ADefectOfADtdIsFatalAndNamesItsFile) {

@@ -117,6 +117,22 @@ TEST(HostileDocuments, ALongEntityIsNotExpandedWithoutEnd) {
     EXPECT_EQ(outcome("<!DOCTYPE a [" + elements), "the document has too many errors");
 }
 
+TEST(HostileDocuments, EntitiesMayAdd64MebibytesAndFourForEachByteOfTheDocument) {
+    constexpr std::size_t added = std::size_t{64} << 20;
+    constexpr std::size_t entity = 65536;
+    constexpr std::size_t expansions = 1088;
+    constexpr std::size_t element = 16;
+    const std::size_t least = (expansions * entity + element - added + 3) / 4;
+    const auto document_of = [&](std::size_t length) {
+        const std::string begin =
+            "<!DOCTYPE a [<!ELEMENT a ANY><!ENTITY e '" + std::string(entity, 'x') + "'><!--";
+        const std::string end = "-->]><a>" + repeated("&e;", expansions) + "</a>";
+        return begin + std::string(length - begin.size() - end.size(), '.') + end;
+    };
+    EXPECT_EQ(outcome(document_of(least)), "ok");
+    EXPECT_EQ(outcome(document_of(least - 1)), "entities and defaults make the document too long");
+}
+
 TEST(HostileDocuments, DefaultsDoNotMakeADocumentLongWithoutEnd) {
     EXPECT_EQ(outcome("<!DOCTYPE a [<!ATTLIST b c CDATA '" + std::string(60000, 'x') + "'>]><a>" +
                       repeated("<b/>", 100000) + "</a>"),
