@@ -1,4 +1,4 @@
-#include "text_defect.h"
+#include "text/text_defect.h"
 
 #include <gtest/gtest.h>
 #include <random>
