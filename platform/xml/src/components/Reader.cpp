@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "OXASAXXMLReaderOptions.h"
-#include "events/ErrorRelay.h"
+#include "events/ProblemReport.h"
 #include "parser/parse_document.h"
 #include "text/text.h"
 
@@ -64,8 +64,8 @@ HRESULT Reader::SetErrorHandler(const OXAISAXErrorHandler_var& handler) {
     return S_OK;
 }
 
-/// Calls `read` with the source and a relay of its errors. Reader, source and handlers live until it is done,
-/// whatever a callback releases.
+/// Calls `read` with the source and a report of its problems. Reader, source and handlers live until it is
+/// done, whatever a callback releases.
 template <class Read>
 HRESULT Reader::read(const OXAISAXInputSource_var& source, Read read) {
     if (source.IsNull()) return E_POINTER;
@@ -82,25 +82,27 @@ HRESULT Reader::read(const OXAISAXInputSource_var& source, Read read) {
         bool& flag_;
     };
     const Reading reading(is_reading_);
-    ErrorRelay errors(errors_, *locator_.Get());
+    ProblemReport report(errors_, *locator_.Get());
     locator_->set({});
-    return read(*input, errors) ? S_OK : E_FAIL;
+    return read(*input, report) ? S_OK : E_FAIL;
 }
 
 HRESULT Reader::Parse(const OXAISAXInputSource_var& source) {
-    return read(source, [this](const InputSource& input, ErrorRelay& errors) {
-        const Features features = features_;
-        const OXAISAXContentHandler_var content(content_);
-        if (!content.IsNull()) content->SetDocumentLocator(OXAISAXLocator_var(locator_));
-        parse_document(input, features, content, schemas_.pool(), errors, *locator_.Get());
-        return !errors.is_fatal();
+    return read(source, [this](const InputSource& input, ProblemReport& report) {
+        ParseOptions options;
+        options.features = features_;
+        options.handler = content_;
+        if (!options.handler.IsNull()) options.handler->SetDocumentLocator(OXAISAXLocator_var(locator_));
+        options.schemas = schemas_.pool();
+        parse_document(input, options, report);
+        return !report.is_fatal();
     });
 }
 
 HRESULT Reader::load_schema(const OXAUnicodeString& key, const OXAISAXInputSource_var& source) {
-    return read(source, [&](const InputSource& input, ErrorRelay& errors) {
-        schemas_.load(to_string(key), input, errors, *locator_.Get());
-        return !errors.has_errors();
+    return read(source, [&](const InputSource& input, ProblemReport& report) {
+        schemas_.load(to_string(key), input, report);
+        return !report.has_errors();
     });
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "limits/Refusal.h"
 #include "text/text.h"
 
 namespace sax {
@@ -13,45 +12,32 @@ bool is_high_surrogate(char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; 
 
 }  // namespace
 
-ContentRelay::ContentRelay(OXAISAXContentHandler_var handler, unsigned most_depth, ParseLocator& locator,
-                           DocumentCost& cost)
-    : handler_(std::move(handler)),
-      locator_(locator),
-      cost_(cost),
+ContentRelay::ContentRelay(Document& document, OXAISAXContentHandler_var handler, unsigned most_depth,
+                           bool with_schemas)
+    : document_(document),
+      cost_(document.cost()),
+      handler_(std::move(handler)),
       shown_attributes_(OXAVar<ElementAttributes>::Adopt(new ElementAttributes)),
       attributes_(shown_attributes_),
-      most_depth_(most_depth) {}
+      most_depth_(most_depth),
+      with_schemas_(with_schemas),
+      attributes_cost_(with_schemas) {}
 
-void ContentRelay::begin(bool with_schemas) {
-    with_schemas_ = attributes_cost_ = with_schemas;
-    names_.clear();
-    declared_.clear();
-    depth_ = 0;
-    prefixes_ = 0;
-    events_ = 0;
-}
-
-/// Calls the handler with `event`, unless a parse before has done so.
+/// Calls the handler with `event`, unless it is one to skip.
 template <class Event>
 void ContentRelay::pass(Event event) {
-    if (handler_.IsNull() || ++events_ <= passed_on_) return;
-    passed_on_ = events_;
-    locator_.around([&] { event(*handler_.Get()); });
-}
-
-void ContentRelay::charge(const char* exceeded) const {
-    if (exceeded) throw Refusal{exceeded, locator_.position()};
+    if (handler_.IsNull() || ++events_ <= skipped_) return;
+    document_.locator().around([&] { event(*handler_.Get()); });
 }
 
 void ContentRelay::enter_element(const XMLCh* uri, const XMLCh* local_name, const XMLCh* q_name,
                                  const xercesc::Attributes& attributes) {
     cost_.drop_content_model();
     if (++depth_ > most_depth_) {
-        throw Refusal{"elements are nested more than " + std::to_string(most_depth_) + " deep",
-                      locator_.position()};
+        document_.refuse("elements are nested more than " + std::to_string(most_depth_) + " deep");
     }
-    charge(cost_.lookup(depth_ + prefixes_, 1 + attributes.getLength()));
-    if (with_schemas_) charge(cost_.element_lookup(names_.add(uri, local_name)));
+    document_.charge(cost_.lookup(depth_ + prefixes_, 1 + attributes.getLength()));
+    if (with_schemas_) document_.charge(cost_.element_lookup(names_.add(uri, local_name)));
     if (!declared_.empty()) charge_declared_attributes(q_name, attributes.getLength());
     if (attributes_cost_) charge_attributes(attributes);
 }
@@ -59,7 +45,8 @@ void ContentRelay::enter_element(const XMLCh* uri, const XMLCh* local_name, cons
 void ContentRelay::charge_declared_attributes(const XMLCh* element, std::size_t attributes) {
     const auto declared = declared_.find(element);
     if (declared == declared_.end()) return;
-    charge(cost_.declared_attributes(attributes, declared->second.number, declared->second.longest_type));
+    document_.charge(
+        cost_.declared_attributes(attributes, declared->second.number, declared->second.longest_type));
 }
 
 void ContentRelay::charge_attributes(const xercesc::Attributes& attributes) {
@@ -67,10 +54,12 @@ void ContentRelay::charge_attributes(const xercesc::Attributes& attributes) {
     for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
         length += kMarkupCost + length_of(attributes.getValue(i));
     }
-    charge(cost_.content(length));
+    document_.charge(cost_.content(length));
 }
 
-void ContentRelay::setDocumentLocator(const xercesc::Locator* locator) { locator_.follow(*locator); }
+void ContentRelay::setDocumentLocator(const xercesc::Locator* locator) {
+    document_.locator().follow(*locator);
+}
 
 void ContentRelay::startDocument() {
     pass([](auto& handler) { handler.StartDocument(); });
@@ -78,7 +67,7 @@ void ContentRelay::startDocument() {
 
 void ContentRelay::endDocument() {
     pass([](auto& handler) { handler.EndDocument(); });
-    locator_.remember();
+    document_.locator().remember();
 }
 
 void ContentRelay::startElement(const XMLCh* uri, const XMLCh* local_name, const XMLCh* q_name,
@@ -104,7 +93,7 @@ void ContentRelay::endElement(const XMLCh* uri, const XMLCh* local_name, const X
 }
 
 void ContentRelay::characters(const XMLCh* chars, XMLSize_t length) {
-    charge(cost_.content(length));
+    document_.charge(cost_.content(length));
     if (length == 0) return;
     const bool cut = is_high_surrogate(chars[length - 1]);
     if (!cut && !held_back_) {
@@ -120,7 +109,7 @@ void ContentRelay::characters(const XMLCh* chars, XMLSize_t length) {
 }
 
 void ContentRelay::ignorableWhitespace(const XMLCh* chars, XMLSize_t length) {
-    charge(cost_.content(length));
+    document_.charge(cost_.content(length));
     pass([&](auto& handler) {
         text_.AssignUtf16(chars, length);
         handler.IgnorableWhiteSpace(text_);
@@ -160,7 +149,7 @@ void ContentRelay::skippedEntity(const XMLCh* name) {
 }
 
 void ContentRelay::startDTD(const XMLCh* /*name*/, const XMLCh* /*public_id*/, const XMLCh* /*system_id*/) {
-    if (with_schemas_) throw DoctypeFound{};
+    if (with_schemas_) throw DoctypeFound{events_};
     in_dtd_ = attributes_cost_ = true;
 }
 
@@ -192,7 +181,7 @@ void ContentRelay::elementDecl(const XMLCh* /*name*/, const XMLCh* /*model*/) { 
 void ContentRelay::attributeDecl(const XMLCh* element, const XMLCh* /*name*/, const XMLCh* type,
                                  const XMLCh* /*mode*/, const XMLCh* /*value*/) {
     cost_.drop_content_model();
-    charge(cost_.attribute_type(length_of(type)));
+    document_.charge(cost_.attribute_type(length_of(type)));
     DeclaredAttributes& declared = declared_[element];
     ++declared.number;
     declared.longest_type = std::max(declared.longest_type, length_of(type));
@@ -200,7 +189,7 @@ void ContentRelay::attributeDecl(const XMLCh* element, const XMLCh* /*name*/, co
 
 void ContentRelay::internalEntityDecl(const XMLCh* /*name*/, const XMLCh* value) {
     cost_.drop_content_model();
-    charge(cost_.entity(length_of(value)));
+    document_.charge(cost_.entity(length_of(value)));
 }
 
 }  // namespace sax

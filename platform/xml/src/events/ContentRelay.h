@@ -8,27 +8,27 @@
 #include <xercesc/sax2/DefaultHandler.hpp>
 
 #include "OXAISAXContentHandler.h"
+#include "events/Document.h"
 #include "events/ElementAttributes.h"
 #include "events/ElementNames.h"
-#include "limits/DocumentCost.h"
-#include "limits/ParseLocator.h"
 
 namespace sax {
 
-/// Thrown at a DOCTYPE by a relay that was told to.
-struct DoctypeFound {};
+/// Thrown at the DOCTYPE of a document that schemas were to check.
+struct DoctypeFound {
+    std::size_t events;  ///< that were passed on before
+};
 
-/// Converts each event for a content handler, or for none, and keeps account of what the document costs:
-/// over a limit it throws Refusal.
+/// Converts each event for a content handler, or for none, and charges the document for what it costs.
 class ContentRelay final : public xercesc::DefaultHandler {
 public:
-    /// Elements may nest `most_depth` deep. The references outlive the relay.
-    ContentRelay(OXAISAXContentHandler_var handler, unsigned most_depth, ParseLocator& locator,
-                 DocumentCost& cost);
+    /// Elements may nest `most_depth` deep. With schemas a DOCTYPE throws DoctypeFound. The document outlives
+    /// the relay.
+    ContentRelay(Document& document, OXAISAXContentHandler_var handler, unsigned most_depth,
+                 bool with_schemas);
 
-    /// Before a parse. With schemas a DOCTYPE throws DoctypeFound, for another parse without; that one
-    /// passes on the events that follow the last one passed on.
-    void begin(bool with_schemas);
+    /// Keeps the first `events` events back: another parse of the document has passed them on.
+    void skip(std::size_t events) { skipped_ = events; }
 
     bool is_in_dtd() const { return in_dtd_; }
 
@@ -57,7 +57,6 @@ public:
 private:
     template <class Event>
     void pass(Event event);
-    void charge(const char* exceeded) const;
     void enter_element(const XMLCh* uri, const XMLCh* local_name, const XMLCh* q_name,
                        const xercesc::Attributes& attributes);
     void charge_declared_attributes(const XMLCh* element, std::size_t attributes);
@@ -69,21 +68,21 @@ private:
         std::size_t longest_type = 0;  // in code units
     };
 
+    Document& document_;
+    DocumentCost& cost_;  // the document's
     OXAISAXContentHandler_var handler_;
-    ParseLocator& locator_;
-    DocumentCost& cost_;
     OXAVar<ElementAttributes> shown_attributes_;
     OXAISAXAttributes_var attributes_;
     unsigned most_depth_;
     unsigned depth_ = 0;
     std::size_t prefixes_ = 0;  // declarations in scope
-    bool with_schemas_ = false;
+    bool with_schemas_;
     bool in_dtd_ = false;
-    bool attributes_cost_ = false;  // a DTD or schema may add some
+    bool attributes_cost_;  // a DTD or schema may add some
     ElementNames names_;
     std::unordered_map<std::u16string, DeclaredAttributes> declared_;
-    std::size_t events_ = 0;
-    std::size_t passed_on_ = 0;
+    std::size_t events_ = 0;   // so far
+    std::size_t skipped_ = 0;  // of them
 
     // Converted texts, whose memory serves again; and the first half of a character whose second half comes
     // with the next piece of text.

@@ -4,11 +4,6 @@
 
 namespace sax {
 
-void ElementNames::clear() {
-    names_.clear();
-    lengths_ = {};
-}
-
 std::size_t ElementNames::add(const XMLCh* uri, const XMLCh* local_name) {
     std::size_t& length = lengths_[xercesc::XMLString::hash(local_name, kLists)];
     name_.assign(uri).append(1, u' ').append(local_name);

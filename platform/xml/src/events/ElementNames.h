@@ -14,8 +14,6 @@ namespace sax {
 /// through at each such element. This keeps account of all elements: which are declared is not known here.
 class ElementNames {
 public:
-    void clear();
-
     /// Adds the name unless it is there, and returns how many names are in its list.
     std::size_t add(const XMLCh* uri, const XMLCh* local_name);
 

@@ -25,9 +25,6 @@ public:
     /// An input that the parser may adopt.
     xercesc::InputSource* add(std::unique_ptr<ByteSource> source, StreamName name);
 
-    /// The same for a source of the interface. Throws InputError.
-    xercesc::InputSource* add(const InputSource& source) { return add(source.open(), source.name()); }
-
 private:
     DocumentCost& cost_;
     std::deque<CheckedBytes> bytes_;

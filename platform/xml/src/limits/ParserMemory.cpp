@@ -25,12 +25,11 @@ ParserMemory::~ParserMemory() {
     while (ring_.after != &ring_) deallocate(ring_.after + 1);
 }
 
-void ParserMemory::begin(DocumentCost& cost, const ParseLocator& locator) {
-    cost_ = &cost;
-    locator_ = &locator;
+ParserMemory::Counting::Counting(ParserMemory& memory, DocumentCost& cost, const ParseLocator& locator)
+    : memory_(memory) {
+    memory_.cost_ = &cost;
+    memory_.locator_ = &locator;
 }
-
-void ParserMemory::end() { cost_ = nullptr; }
 
 xercesc::MemoryManager* ParserMemory::getExceptionMemoryManager() {
     return xercesc::XMLPlatformUtils::fgMemoryManager;

@@ -18,9 +18,17 @@ public:
     ParserMemory();
     ~ParserMemory() override;
 
-    /// From here on memory counts for the document of `cost`; both must live until end is called.
-    void begin(DocumentCost& cost, const ParseLocator& locator);
-    void end();
+    /// As long as it lives, the blocks that are taken count for the document of `cost`.
+    class Counting {
+    public:
+        Counting(ParserMemory& memory, DocumentCost& cost, const ParseLocator& locator);
+        ~Counting() { memory_.cost_ = nullptr; }
+        Counting(const Counting&) = delete;
+        Counting& operator=(const Counting&) = delete;
+
+    private:
+        ParserMemory& memory_;
+    };
 
     /// Bytes in all blocks now.
     std::size_t held() const { return held_; }

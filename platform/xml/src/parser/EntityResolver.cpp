@@ -11,15 +11,9 @@
 
 namespace sax {
 
-EntityResolver::EntityResolver(std::string document, OXAISAXContentHandler_var handler,
-                               const ContentRelay& content, ParseLocator& locator, DocumentCost& cost,
-                               ParserInputs& inputs)
-    : document_(std::move(document)),
-      handler_(std::move(handler)),
-      content_(content),
-      locator_(locator),
-      cost_(cost),
-      inputs_(inputs) {}
+EntityResolver::EntityResolver(Document& document, OXAISAXContentHandler_var handler,
+                               const ContentRelay& content)
+    : document_(document), handler_(std::move(handler)), content_(content) {}
 
 xercesc::InputSource* EntityResolver::resolveEntity(xercesc::XMLResourceIdentifier* resource) {
     const std::string public_id = to_utf8(resource->getPublicId());
@@ -28,8 +22,7 @@ xercesc::InputSource* EntityResolver::resolveEntity(xercesc::XMLResourceIdentifi
         if (xercesc::InputSource* source = from_handler(public_id, system_id)) return source;
         return from_folder(public_id, system_id, to_utf8(resource->getBaseURI()));
     } catch (const InputError& error) {
-        throw Refusal{"the external entity \"" + system_id + "\" is not read: " + error.what(),
-                      locator_.position()};
+        document_.refuse("the external entity \"" + system_id + "\" is not read: " + error.what());
     }
 }
 
@@ -37,7 +30,7 @@ xercesc::InputSource* EntityResolver::from_handler(const std::string& public_id,
                                                    const std::string& system_id) const {
     OXAISAXInputSource_var found;
     if (!handler_.IsNull()) {
-        locator_.around(
+        document_.locator().around(
             [&] { handler_->ResolveEntity(to_unicode(public_id), to_unicode(system_id), found); });
     }
     if (found.IsNull()) return nullptr;
@@ -46,16 +39,15 @@ xercesc::InputSource* EntityResolver::from_handler(const std::string& public_id,
     StreamName name = source->name();
     name.public_id = public_id;
     if (name.system_id.empty()) name.system_id = system_id;
-    return inputs_.add(source->open(), std::move(name));
+    return document_.inputs().add(source->open(), std::move(name));
 }
 
 xercesc::InputSource* EntityResolver::from_folder(const std::string& public_id, const std::string& system_id,
                                                   const std::string& base) const {
     if (!content_.is_in_dtd()) throw InputError("only a DTD is read from another file");
-    const std::string path = path_below(document_, path_of(system_id, base));
-    auto bytes = std::make_shared<const std::string>(read_file(path, kExternalBytes));
-    if (const char* exceeded = cost_.external_file(bytes->size())) throw InputError(exceeded);
-    return inputs_.add(open_memory(std::move(bytes)), {public_id, path, std::nullopt});
+    const std::string path = path_below(document_.path(), path_of(system_id, base));
+    auto bytes = std::make_shared<const std::string>(document_.read_external_file(path));
+    return document_.inputs().add(open_memory(std::move(bytes)), {public_id, path, std::nullopt});
 }
 
 }  // namespace sax

@@ -7,9 +7,7 @@
 
 #include "OXAISAXContentHandler.h"
 #include "events/ContentRelay.h"
-#include "input/ParserInputs.h"
-#include "limits/DocumentCost.h"
-#include "limits/ParseLocator.h"
+#include "events/Document.h"
 
 namespace sax {
 
@@ -17,9 +15,8 @@ namespace sax {
 /// DTD's file in the folder of the document. All else throws Refusal.
 class EntityResolver final : public xercesc::XMLEntityResolver {
 public:
-    /// `document` is the path of the document; empty for a text. The others outlive the resolver.
-    EntityResolver(std::string document, OXAISAXContentHandler_var handler, const ContentRelay& content,
-                   ParseLocator& locator, DocumentCost& cost, ParserInputs& inputs);
+    /// Document and content outlive the resolver.
+    EntityResolver(Document& document, OXAISAXContentHandler_var handler, const ContentRelay& content);
 
     xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* resource) override;
 
@@ -28,12 +25,9 @@ private:
     xercesc::InputSource* from_folder(const std::string& public_id, const std::string& system_id,
                                       const std::string& base) const;
 
-    std::string document_;
+    Document& document_;
     OXAISAXContentHandler_var handler_;
     const ContentRelay& content_;
-    ParseLocator& locator_;
-    DocumentCost& cost_;
-    ParserInputs& inputs_;
 };
 
 }  // namespace sax

@@ -6,17 +6,13 @@ namespace sax {
 
 using xercesc::XMLUni;
 
-XercesParser::XercesParser(const Features& features, SchemaPool* schemas, ParserMemory& memory,
-                           ErrorRelay& errors, xercesc::XMLEntityResolver& resolver, ParseLocator& locator,
-                           DocumentCost& cost)
-    : memory_(memory),
-      errors_(errors),
-      cost_before_(errors.count_for(&cost)),
-      schemas_(schemas),
-      locator_(locator),
-      parser_(&memory, schemas ? &schemas->grammars() : nullptr) {
-    memory_.begin(cost, locator);
-    if (schemas) schemas->memory().begin(cost, locator);
+XercesParser::XercesParser(Document& document, const Features& features, SchemaPool* schemas,
+                           xercesc::XMLEntityResolver& resolver)
+    : document_(document),
+      errors_(document),
+      parser_(&document.inputs().memory(), schemas ? &schemas->grammars() : nullptr),
+      counting_(document.inputs().memory(), document.cost(), document.locator()) {
+    if (schemas) counting_schemas_.emplace(schemas->memory(), document.cost(), document.locator());
 
     parser_.setFeature(XMLUni::fgSAX2CoreValidation, features.validation);
     parser_.setFeature(XMLUni::fgSAX2CoreNameSpaces, features.namespaces);
@@ -28,28 +24,23 @@ XercesParser::XercesParser(const Features& features, SchemaPool* schemas, Parser
     parser_.setFeature(XMLUni::fgXercesLoadSchema, false);
     parser_.setFeature(XMLUni::fgXercesHandleMultipleImports, true);
     parser_.setFeature(XMLUni::fgXercesDisableDefaultEntityResolution, true);
-    parser_.setErrorHandler(&errors);
+    parser_.setErrorHandler(&errors_);
     parser_.setXMLEntityResolver(&resolver);
 }
 
-XercesParser::~XercesParser() {
-    locator_.leave();
-    errors_.count_for(cost_before_);
-    memory_.end();
-    if (schemas_) schemas_->memory().end();
-}
+// The locator must not follow a parser beyond its life.
+XercesParser::~XercesParser() { document_.locator().leave(); }
 
-void XercesParser::parse(const xercesc::InputSource& source, ContentRelay& content) {
-    content.begin(schemas_ != nullptr);
+void XercesParser::parse(ContentRelay& content) {
     parser_.setContentHandler(&content);
     parser_.setDTDHandler(&content);
     parser_.setLexicalHandler(&content);
     parser_.setDeclarationHandler(&content);
-    parser_.parse(source);
+    parser_.parse(document_.input());
 }
 
-void XercesParser::load_schema(const xercesc::InputSource& source) {
-    parser_.loadGrammar(source, xercesc::Grammar::SchemaGrammarType, true);
+void XercesParser::load_schema() {
+    parser_.loadGrammar(document_.input(), xercesc::Grammar::SchemaGrammarType, true);
 }
 
 }  // namespace sax

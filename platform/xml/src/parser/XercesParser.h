@@ -2,12 +2,12 @@
 #ifndef XERCES_PARSER_H
 #define XERCES_PARSER_H
 
+#include <optional>
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 
 #include "events/ContentRelay.h"
+#include "events/Document.h"
 #include "events/ErrorRelay.h"
-#include "limits/DocumentCost.h"
-#include "limits/ParseLocator.h"
 #include "limits/ParserMemory.h"
 #include "parser/SchemaPool.h"
 
@@ -20,31 +20,29 @@ struct Features {
     bool namespace_prefixes = false;
 };
 
-/// Lives for one document, or for the loading of one set of schemas: it is made in some microseconds, and
-/// nothing of one document, nor of how it ended, can reach the next one. The locator does not follow it
-/// beyond its life.
+/// Reads one document or loads one schema. It is made in some microseconds, and nothing of one document, nor
+/// of how it ended, can reach the next one.
 class XercesParser {
 public:
-    /// With `schemas`, documents are checked against them; without, against their own DTD. They and all
-    /// references outlive the parser.
-    XercesParser(const Features& features, SchemaPool* schemas, ParserMemory& memory, ErrorRelay& errors,
-                 xercesc::XMLEntityResolver& resolver, ParseLocator& locator, DocumentCost& cost);
+    /// With `schemas`, the document is checked against them; without, against its own DTD. All that is passed
+    /// outlives the parser.
+    XercesParser(Document& document, const Features& features, SchemaPool* schemas,
+                 xercesc::XMLEntityResolver& resolver);
     ~XercesParser();
     XercesParser(const XercesParser&) = delete;
     XercesParser& operator=(const XercesParser&) = delete;
 
-    void parse(const xercesc::InputSource& source, ContentRelay& content);
+    void parse(ContentRelay& content);
 
-    /// Loads a schema into the pool.
-    void load_schema(const xercesc::InputSource& source);
+    /// Loads the document, a schema, into the pool.
+    void load_schema();
 
 private:
-    ParserMemory& memory_;
-    ErrorRelay& errors_;
-    DocumentCost* cost_before_;  // of a schema that includes the one that is parsed
-    SchemaPool* schemas_;
-    ParseLocator& locator_;
+    Document& document_;
+    ErrorRelay errors_;
     xercesc::SAX2XMLReaderImpl parser_;
+    ParserMemory::Counting counting_;
+    std::optional<ParserMemory::Counting> counting_schemas_;
 };
 
 }  // namespace sax

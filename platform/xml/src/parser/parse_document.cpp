@@ -1,31 +1,36 @@
 #include "parser/parse_document.h"
 
+#include <cstddef>
+
 #include "events/ContentRelay.h"
-#include "input/ParserInputs.h"
+#include "events/Document.h"
 #include "parser/EntityResolver.h"
 #include "parser/report_refusals.h"
 
 namespace sax {
+namespace {
 
-void parse_document(const InputSource& source, const Features& features,
-                    const OXAISAXContentHandler_var& handler, SchemaPool* schemas, ErrorRelay& errors,
-                    ParseLocator& locator, unsigned most_depth) {
-    DocumentCost cost(kContentModel);
-    ContentRelay content(handler, most_depth, locator, cost);
-    const auto parse = [&](SchemaPool* used_schemas) {
-        ParserInputs inputs(cost);
-        const xercesc::InputSource* input = inputs.add(source);
-        EntityResolver resolver(source.path(), handler, content, locator, cost, inputs);
-        XercesParser parser(features, used_schemas, inputs.memory(), errors, resolver, locator, cost);
-        parser.parse(*input, content);
-    };
-    report_refusals(source, errors, [&] {
+/// The handler gets the events behind the first `skipped`.
+void parse(const InputSource& source, const ParseOptions& options, std::size_t skipped,
+           ProblemReport& report) {
+    Document document(source, report, kContentModel);
+    ContentRelay content(document, options.handler, options.most_depth, options.schemas != nullptr);
+    content.skip(skipped);
+    EntityResolver resolver(document, options.handler, content);
+    XercesParser(document, options.features, options.schemas, resolver).parse(content);
+}
+
+}  // namespace
+
+void parse_document(const InputSource& source, const ParseOptions& options, ProblemReport& report) {
+    report_refusals(source, report, [&] {
         try {
-            parse(schemas);
-        } catch (const DoctypeFound&) {
+            parse(source, options, 0, report);
+        } catch (const DoctypeFound& found) {
             // A schema without a namespace would take the document over from its DTD.
-            cost = DocumentCost(kContentModel);
-            parse(nullptr);
+            ParseOptions without_schemas = options;
+            without_schemas.schemas = nullptr;
+            parse(source, without_schemas, found.events, report);
         }
     });
 }

@@ -5,7 +5,7 @@
 #include <new>
 #include <xercesc/util/OutOfMemoryException.hpp>
 
-#include "events/ErrorRelay.h"
+#include "events/ProblemReport.h"
 #include "input/InputError.h"
 #include "input/InputSource.h"
 #include "limits/Refusal.h"
@@ -14,14 +14,14 @@ namespace sax {
 
 /// Runs `read`, which reads `source`. Passes on what handlers throw, and throws std::bad_alloc.
 template <class Read>
-void report_refusals(const InputSource& source, ErrorRelay& errors, Read read) {
+void report_refusals(const InputSource& source, ProblemReport& report, Read read) {
     try {
         read();
     } catch (const Refusal& refusal) {
-        errors.refuse(refusal);
+        report.refuse(refusal);
     } catch (const InputError& error) {
         const StreamName name = source.name();
-        errors.refuse({error.what(), {0, 0, name.public_id, name.system_id}});
+        report.refuse({error.what(), {0, 0, name.public_id, name.system_id}});
     } catch (const xercesc::OutOfMemoryException&) {
         throw std::bad_alloc();
     }

@@ -1,11 +1,9 @@
 #include "schemas/SchemaResolver.h"
 
-#include <utility>
 #include <xercesc/util/XMLResourceIdentifier.hpp>
 
 #include "input/InputError.h"
 #include "input/external_file.h"
-#include "limits/document_limits.h"
 #include "schemas/check_schema_document.h"
 #include "text/text.h"
 
@@ -13,14 +11,7 @@ namespace sax {
 
 using xercesc::XMLResourceIdentifier;
 
-SchemaResolver::SchemaResolver(std::string document, FileSnapshots& files, ErrorRelay& errors,
-                               ParseLocator& locator, DocumentCost& cost, ParserInputs& inputs)
-    : document_(std::move(document)),
-      files_(files),
-      errors_(errors),
-      locator_(locator),
-      cost_(cost),
-      inputs_(inputs) {}
+SchemaResolver::SchemaResolver(Document& schema, FileSnapshots& files) : schema_(schema), files_(files) {}
 
 xercesc::InputSource* SchemaResolver::resolveEntity(XMLResourceIdentifier* resource) {
     // An import may name a namespace alone.
@@ -31,18 +22,17 @@ xercesc::InputSource* SchemaResolver::resolveEntity(XMLResourceIdentifier* resou
         const std::string path = path_of(system_id, to_utf8(resource->getBaseURI()));
         auto place = files_.find(path);
         if (place == files_.end()) place = files_.emplace(path, read(path, is_schema)).first;
-        return inputs_.add(*place->second.Get());
+        const InputSource& file = *place->second.Get();
+        return schema_.inputs().add(file.open(), file.name());
     } catch (const InputError& error) {
-        errors_.warn("the file \"" + system_id + "\" is not read: " + error.what());
+        schema_.report().warn("the file \"" + system_id + "\" is not read: " + error.what());
         return nullptr;
     }
 }
 
 OXAVar<InputSource> SchemaResolver::read(const std::string& path, bool is_schema) {
-    std::string bytes = read_file(path_below(document_, path), kExternalBytes);
-    if (const char* exceeded = cost_.external_file(bytes.size())) throw InputError(exceeded);
-    auto file = InputSource::snapshot(path, std::move(bytes), "");
-    if (is_schema) check_schema_document(*file.Get(), errors_, locator_);
+    auto file = InputSource::snapshot(path, schema_.read_external_file(path_below(schema_.path(), path)), "");
+    if (is_schema) check_schema_document(*file.Get(), schema_.report());
     return file;
 }
 

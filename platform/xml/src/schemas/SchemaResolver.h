@@ -6,11 +6,8 @@
 #include <string>
 #include <xercesc/util/XMLEntityResolver.hpp>
 
-#include "events/ErrorRelay.h"
+#include "events/Document.h"
 #include "input/InputSource.h"
-#include "input/ParserInputs.h"
-#include "limits/DocumentCost.h"
-#include "limits/ParseLocator.h"
 
 namespace sax {
 
@@ -21,22 +18,16 @@ using FileSnapshots = std::map<std::string, OXAVar<InputSource>>;
 /// an error of its own.
 class SchemaResolver final : public xercesc::XMLEntityResolver {
 public:
-    /// `document` is the path of the schema; empty for a text. Reads each file once and for all into
-    /// `files`, which outlives the resolver, as do the others.
-    SchemaResolver(std::string document, FileSnapshots& files, ErrorRelay& errors, ParseLocator& locator,
-                   DocumentCost& cost, ParserInputs& inputs);
+    /// Reads each file once and for all into `files`, which outlives the resolver, as does the schema.
+    SchemaResolver(Document& schema, FileSnapshots& files);
 
     xercesc::InputSource* resolveEntity(xercesc::XMLResourceIdentifier* resource) override;
 
 private:
     OXAVar<InputSource> read(const std::string& path, bool is_schema);
 
-    std::string document_;
+    Document& schema_;
     FileSnapshots& files_;
-    ErrorRelay& errors_;
-    ParseLocator& locator_;
-    DocumentCost& cost_;
-    ParserInputs& inputs_;
 };
 
 }  // namespace sax

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "input/ParserInputs.h"
-#include "limits/DocumentCost.h"
+#include "events/Document.h"
+#include "limits/ParseLocator.h"
 #include "limits/document_limits.h"
 #include "parser/XercesParser.h"
 #include "parser/report_refusals.h"
@@ -12,43 +12,39 @@
 
 namespace sax {
 
-void SchemaSet::load_into(SchemaPool& pool, Schema& schema, ErrorRelay& errors, ParseLocator& locator) {
-    const InputSource& document = *schema.document.Get();
-    check_schema_document(document, errors, locator);
-    if (errors.has_errors()) return;
+void SchemaSet::load_into(SchemaPool& pool, Schema& schema, ProblemReport& report) {
+    const InputSource& source = *schema.document.Get();
+    check_schema_document(source, report);
+    if (report.has_errors()) return;
     // The content models of a schema do not say where they end: one limit is for all together.
-    DocumentCost cost(kContentModels);
-    ParserInputs inputs(cost);
-    const xercesc::InputSource* input = inputs.add(document);
-    SchemaResolver resolver(document.path(), schema.files, errors, locator, cost, inputs);
-    XercesParser parser({}, &pool, inputs.memory(), errors, resolver, locator, cost);
-    parser.load_schema(*input);
+    Document document(source, report, kContentModels);
+    SchemaResolver resolver(document, schema.files);
+    XercesParser(document, {}, &pool, resolver).load_schema();
 }
 
 /// Null when there are errors.
 std::unique_ptr<SchemaPool> SchemaSet::make_pool(std::vector<Schema>& schemas, const Schema* newest,
-                                                 ErrorRelay& errors, ParseLocator& locator) {
+                                                 ProblemReport& report) {
     auto pool = std::make_unique<SchemaPool>();
     for (Schema& schema : schemas) {
         // The warnings of the others are known already.
-        errors.pass_warnings(&schema == newest);
-        load_into(*pool, schema, errors, locator);
-        if (errors.has_errors()) return nullptr;
+        report.pass_warnings(&schema == newest);
+        load_into(*pool, schema, report);
+        if (report.has_errors()) return nullptr;
     }
     pool->end_loading();
     return pool;
 }
 
-void SchemaSet::load(const std::string& key, const InputSource& source, ErrorRelay& errors,
-                     ParseLocator& locator) {
-    report_refusals(source, errors, [&] {
+void SchemaSet::load(const std::string& key, const InputSource& source, ProblemReport& report) {
+    report_refusals(source, report, [&] {
         std::vector<Schema> schemas = schemas_;
         auto newest =
             std::find_if(schemas.begin(), schemas.end(), [&](const Schema& s) { return s.key == key; });
         if (newest == schemas.end()) newest = schemas.emplace(newest);
         *newest = {key, source.in_memory(kExternalBytes), {}};
 
-        auto pool = make_pool(schemas, &*newest, errors, locator);
+        auto pool = make_pool(schemas, &*newest, report);
         if (!pool) return;
         schemas_ = std::move(schemas);
         pool_ = std::move(pool);
@@ -58,9 +54,9 @@ void SchemaSet::load(const std::string& key, const InputSource& source, ErrorRel
 SchemaPool* SchemaSet::pool() {
     if (pool_ && pool_->has_grown()) {
         const auto locator = OXAVar<ParseLocator>::Adopt(new ParseLocator);
-        ErrorRelay unheard(OXAISAXErrorHandler_var(), *locator.Get());
+        ProblemReport unheard(OXAISAXErrorHandler_var(), *locator.Get());
         report_refusals(*schemas_.front().document.Get(), unheard, [&] {
-            if (auto fresh = make_pool(schemas_, nullptr, unheard, *locator.Get())) pool_ = std::move(fresh);
+            if (auto fresh = make_pool(schemas_, nullptr, unheard)) pool_ = std::move(fresh);
         });
     }
     return pool_.get();

@@ -6,9 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "events/ErrorRelay.h"
+#include "events/ProblemReport.h"
 #include "input/InputSource.h"
-#include "limits/ParseLocator.h"
 #include "parser/SchemaPool.h"
 #include "schemas/SchemaResolver.h"
 
@@ -17,11 +16,11 @@ namespace sax {
 class SchemaSet {
 public:
     /// Adds the schema, or puts it in the place of the one with the same key, unless it has errors: those are
-    /// reported to `errors`, and the set is as before.
+    /// reported, and the set is as before.
     ///
     /// Grammars of one namespace merge, and cannot be taken apart again: each change makes them all anew,
     /// from the files as they were.
-    void load(const std::string& key, const InputSource& source, ErrorRelay& errors, ParseLocator& locator);
+    void load(const std::string& key, const InputSource& source, ProblemReport& report);
 
     void clear();
 
@@ -36,8 +35,8 @@ private:
     };
 
     static std::unique_ptr<SchemaPool> make_pool(std::vector<Schema>& schemas, const Schema* newest,
-                                                 ErrorRelay& errors, ParseLocator& locator);
-    static void load_into(SchemaPool& pool, Schema& schema, ErrorRelay& errors, ParseLocator& locator);
+                                                 ProblemReport& report);
+    static void load_into(SchemaPool& pool, Schema& schema, ProblemReport& report);
 
     std::vector<Schema> schemas_;
     std::unique_ptr<SchemaPool> pool_;

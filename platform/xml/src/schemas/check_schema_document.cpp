@@ -5,8 +5,8 @@
 
 namespace sax {
 
-void check_schema_document(const InputSource& schema, ErrorRelay& errors, ParseLocator& locator) {
-    parse_document(schema, Features(), OXAISAXContentHandler_var(), nullptr, errors, locator, kSchemaDepth);
+void check_schema_document(const InputSource& schema, ProblemReport& report) {
+    parse_document(schema, {.most_depth = kSchemaDepth}, report);
 }
 
 }  // namespace sax
