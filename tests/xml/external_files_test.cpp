@@ -205,6 +205,14 @@ TEST_F(XmlExternalFiles, AHandlerCanPutASourceInTheirPlace) {
         << parser.said();
     EXPECT_EQ(handler->events.at(3), "text \xc3\xa9");
 
+    // A problem in a text is one of the identifiers that asked for it.
+    factory->CreateInputSourceFromText("<!ELEMENT ?>", "", handler->replacement);
+    EXPECT_EQ(parse("<!DOCTYPE a PUBLIC 'p' 's'><a/>"), E_FAIL);
+    EXPECT_EQ(parser.fatal_error().system_id, "s");
+    OXAUnicodeString public_id;
+    EXPECT_EQ(handler->locator->GetPublicId(public_id), S_OK);
+    EXPECT_EQ(text_of(public_id), "p");
+
     factory->CreateInputSourceFromFile(folder.path("absent").c_str(), "", handler->replacement);
     EXPECT_EQ(parse("<!DOCTYPE a SYSTEM 's'><a/>"), E_FAIL);
     EXPECT_NE(parser.fatal_error().message.find(folder.path("absent")), std::string::npos);

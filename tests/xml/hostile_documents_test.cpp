@@ -175,6 +175,10 @@ TEST(HostileDocuments, ManyElementsDoNotLieDeepOrAmongManyNamespaces) {
     EXPECT_EQ(outcome(prefixes + ">" + repeated("<b/>", 1000000) + "</a>"), too_many);
 }
 
+TEST(HostileDocuments, APrefixIsInScopeInItsElementAlone) {
+    EXPECT_EQ(outcome("<a>" + repeated("<b xmlns:p='u'/>", 200000) + "</a>"), "ok");
+}
+
 TEST(HostileDocuments, FiftyMegabytesInOnePieceHaveAResult) {
     const std::string text(50'000'000, 'x');
     EXPECT_EQ(outcome("<a b='" + text + "'/>"), "the document needs more memory than is allowed");
@@ -205,6 +209,23 @@ TEST(HostileDocuments, AContentModelIsNotTooLarge) {
     // Two to the twenty-fourth states.
     EXPECT_EQ(outcome("<!DOCTYPE a [<!ELEMENT a ((a|b)*,a" + repeated(",(a|b)", 24) + ")>]><a><b/></a>"),
               "the document needs more memory than is allowed");
+}
+
+TEST(HostileDocuments, AContentModelHasTenThousandNamesAndOperatorsAtMost) {
+    const auto declared = [](int elements, int names) {
+        std::string model = "(b0";
+        for (int i = 1; i < names; ++i) model += numbered(",b", i, "");
+        std::string dtd = "<!DOCTYPE a [";
+        for (int i = 0; i < elements; ++i) dtd += numbered("<!ELEMENT e", i, " ") + model + ")>";
+        return dtd + "]><a/>";
+    };
+    const std::string too_large = "a content model is too large";
+    // The parser makes one or two nodes of its own beside these.
+    EXPECT_EQ(outcome(declared(1, 4990)), "ok");
+    EXPECT_EQ(outcome(declared(1, 5001)), too_large);
+    // All together have 65,536.
+    EXPECT_EQ(outcome(declared(6, 4990)), "ok");
+    EXPECT_EQ(outcome(declared(7, 4990)), too_large);
 }
 
 TEST(HostileDocuments, TextsOfNoLengthPassForAContentModel) {
@@ -242,6 +263,11 @@ TEST(HostileDocuments, DeclaredAttributesAreNotLookedThroughWithoutEnd) {
     };
     EXPECT_EQ(outcome(enumeration(2000) + repeated("<b c='v1999'/>", 100000) + "</a>"), too_many);
     EXPECT_EQ(outcome(enumeration(100) + repeated("<b c='v99'/>", 100000) + "</a>"), "ok");
+    const auto value = [](std::size_t length) {
+        return "<!DOCTYPE a [<!ATTLIST a b (" + std::string(length, 'x') + ") #IMPLIED>]><a/>";
+    };
+    EXPECT_EQ(outcome(value(16382)), "ok");
+    EXPECT_EQ(outcome(value(16383)), "an enumeration of values is longer than 16384 characters");
     EXPECT_EQ(outcome(enumeration(100000) + "<b c='v1'/></a>"),
               "an enumeration of values is longer than 16384 characters");
 }

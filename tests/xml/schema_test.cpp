@@ -346,6 +346,20 @@ TEST_F(XmlSchema, NamespacesOfDocumentsDoNotFillTheMemoryOfTheSchemas) {
     EXPECT_FALSE(is_valid("<a><b>x</b></a>"));
 }
 
+TEST_F(XmlSchema, NestsTwoHundredAndFiftySixDeepAtMost) {
+    const auto nested = [](int depth) {
+        std::string schema =
+            "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:element name='a'><xs:complexType>";
+        for (int i = 3; i < depth; ++i) schema += "<xs:sequence>";
+        for (int i = 3; i < depth; ++i) schema += "</xs:sequence>";
+        return schema + "</xs:complexType></xs:element></xs:schema>";
+    };
+    EXPECT_EQ(load("k", nested(256)), S_OK) << parser.said();
+    EXPECT_TRUE(is_valid("<a/>"));
+    EXPECT_EQ(load("k", nested(257)), E_FAIL);
+    EXPECT_EQ(parser.fatal_error().message, "elements are nested more than 256 deep");
+}
+
 TEST_F(XmlSchema, AHostileSchemaIsRefused) {
     const std::string begin = "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'>";
     std::string deep = begin + "<xs:element name='a'><xs:complexType>";
