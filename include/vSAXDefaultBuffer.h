@@ -57,10 +57,9 @@ public:
     // Arrays of numbers between spaces and line feeds; other whitespace belongs to a number's token, and what
     // follows a number in its token is ignored. The first `count` elements (none when it is negative) are set
     // to zero before anything is read. Always 1, or an exception: std::invalid_argument ("invalid stoi
-    // argument",
-    // "... stof ...", "... stod ...") for a token that is no number, std::out_of_range ("stoi argument out of
-    // range", ...) for one that its type cannot hold, denormal floats included. The values before it are
-    // stored.
+    // argument", "... stof ...", "... stod ...") for a token that is no number, std::out_of_range ("stoi
+    // argument out of range", ...) for one that its type cannot hold, denormal floats included. The values
+    // before it are stored.
 
     /// At most `count` values, as an unsigned number; what follows them is not looked at.
     int GetIntArray(int* values, int count) const;

@@ -5,8 +5,9 @@
 //     OXAISAXInputSource_var source;
 //     CreateOXAIXMLSAX2Factory(factory, CLSID_XML4C_SAX);
 //     factory->CreateXMLReader(reader);
-//     reader->SetContentHandler(OXAISAXContentHandler_var(handler));  // an OXASAXDefaultHandler of the
-//     caller's reader->SetErrorHandler(OXAISAXErrorHandler_var(handler));
+//     // `handler` is of a class that you derive from OXASAXDefaultHandler.
+//     reader->SetContentHandler(OXAISAXContentHandler_var(handler));
+//     reader->SetErrorHandler(OXAISAXErrorHandler_var(handler));
 //     factory->CreateInputSourceFromFile("scene.xml", "", source);
 //     HRESULT result = reader->Parse(source);
 //
