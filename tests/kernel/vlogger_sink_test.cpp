@@ -184,6 +184,31 @@ TEST_F(LoggerSinkTest, ConcurrentInstallationsLoseNoSink) {
     EXPECT_EQ(calls, std::vector<int>(calls.size(), 1));
 }
 
+/// Installs another sink when it is copied, once.
+struct InstallsAnother {
+    explicit InstallsAnother(vLogger::Sink& given) : another(&given) {}
+    InstallsAnother(const InstallsAnother& other) : another(other.another) {
+        if (*another) vLogger::SetSink(std::exchange(*another, nullptr));
+    }
+    InstallsAnother& operator=(const InstallsAnother&) = delete;
+    ~InstallsAnother() = default;
+    void operator()(const vLogRecord& /*record*/) const {}
+
+    vLogger::Sink* another;
+};
+
+TEST_F(LoggerSinkTest, ASinkThatIsInstalledDuringAnInstallationIsReturned) {
+    int calls = 0;
+    vLogger::Sink another;
+    vLogger::SetSink(InstallsAnother(another));
+    another = [&calls](const vLogRecord&) { ++calls; };
+    const vLogger::Sink before = vLogger::SetSink(nullptr);
+    ASSERT_TRUE(before);
+    before({"Default", vLogger::eInfo, ""});
+    EXPECT_EQ(calls, 1);
+    EXPECT_FALSE(another);
+}
+
 TEST(LoggerSinkDeathTest, WorksWhileTheProcessEnds) {
     EXPECT_EXIT(
         {

@@ -31,7 +31,7 @@ TEST(XmlErrors, AMalformedDocumentIsOneFatalErrorWithItsPlace) {
     }
 }
 
-TEST(XmlErrors, TheContentBeforeAFatalErrorIsHeard) {
+TEST(XmlErrors, TheContentBeforeAFatalErrorIsReported) {
     Parser parser;
     EXPECT_EQ(parser.parse_text("<a><b/>text<c></a>"), E_FAIL);
     const std::vector<std::string> expected = {"locator", "start document", "<a a>", "<b b>",

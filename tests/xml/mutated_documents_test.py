@@ -1,5 +1,5 @@
-"""mutated_documents_test.py PRINT_EVENTS FOLDER: documents of this file, and small ones of the folder and below,
-with changes: the framework's reader and expat refuse the same, and hear the same in the rest."""
+"""mutated_documents_test.py PRINT_EVENTS FOLDER: changes documents of this file and small ones of the folder: the
+framework's reader refuses what expat refuses, and reports the same events for the rest."""
 
 import os
 import random

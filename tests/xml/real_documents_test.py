@@ -1,5 +1,5 @@
-"""real_documents_test.py PRINT_EVENTS FOLDER: the framework's reader and expat hear the same events in all XML
-documents of the folder and below."""
+"""real_documents_test.py PRINT_EVENTS FOLDER: the framework's reader reports the same events as expat for every
+XML document of the folder and below."""
 
 import os
 import sys

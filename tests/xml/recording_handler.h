@@ -1,4 +1,4 @@
-// A handler that writes down what it hears.
+// A handler that records every call.
 #ifndef TESTS_XML_RECORDING_HANDLER_H
 #define TESTS_XML_RECORDING_HANDLER_H
 
@@ -12,7 +12,7 @@ namespace xml_tests {
 
 std::string text_of(const OXAUnicodeString& text);
 
-/// What an error handler was told.
+/// One call of an error handler.
 struct Problem {
     std::string severity;  // "error", "fatal" or "warning"
     int line;

@@ -1,4 +1,4 @@
-// Hears the content of a document.
+// Receives the content of a document.
 #ifndef OXA_I_SAX_CONTENT_HANDLER_H
 #define OXA_I_SAX_CONTENT_HANDLER_H
 
@@ -11,10 +11,11 @@
 #include "OXAVar.h"
 #include "OXAXMLExport.h"
 
-/// Called on the thread of the parse, in document order. All strings are valid UTF-8 and end with the call.
+/// Called on the thread of the parse, in document order. All strings are UTF-8, and valid until the call
+/// returns.
 ///
-/// Results do not stop the parse. An exception that is thrown stops it: it leaves the reader's Parse, and the
-/// reader can be used again.
+/// Results do not stop the parse. An exception does: it leaves the reader's Parse, and the reader can be used
+/// again.
 class PELTO_XML_API OXAISAXContentHandler : public OXABaseUnknown {
 public:
     virtual HRESULT StartDocument() = 0;
@@ -54,9 +55,9 @@ public:
                                        const OXAUnicodeString& systemId,
                                        const OXAUnicodeString& notationName) = 0;
 
-    /// The document asks for an external DTD or entity. A source that is put into `source`, which is null
-    /// before, is read in its place, wherever it is from. With none the reader's own rules hold, which refuse
-    /// the web and whatever lies outside the document's folder.
+    /// The document asks for an external DTD or entity. `source` is null; put a source into it to have that
+    /// read instead, wherever it is from. Otherwise the reader's rules decide, which refuse the web and
+    /// whatever lies outside the document's folder.
     virtual HRESULT ResolveEntity(const OXAUnicodeString& publicId, const OXAUnicodeString& systemId,
                                   OXAISAXInputSource_var& source) = 0;
 

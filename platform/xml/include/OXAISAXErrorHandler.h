@@ -1,4 +1,4 @@
-// Hears of the problems of documents and schemas.
+// Receives the problems of documents and schemas.
 #ifndef OXA_I_SAX_ERROR_HANDLER_H
 #define OXA_I_SAX_ERROR_HANDLER_H
 
@@ -8,8 +8,8 @@
 #include "OXAVar.h"
 #include "OXAXMLExport.h"
 
-/// Each operation gets a problem of the reader's, never null, which ends with the call. Results change
-/// nothing; an exception that is thrown leaves the parse or load that the call came from.
+/// Each operation gets a problem, never null, that is valid until the call returns. Results change nothing;
+/// an exception leaves the parse or load that made the call.
 class PELTO_XML_API OXAISAXErrorHandler : public OXABaseUnknown {
 public:
     /// The document is not valid. The parse goes on.

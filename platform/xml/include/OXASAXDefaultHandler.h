@@ -16,8 +16,8 @@
 #include "OXAXMLExport.h"
 
 /// Each operation is one of OXAISAXContentHandler or OXAISAXErrorHandler, with their contracts; here it
-/// changes nothing and returns S_OK. Both interfaces are got by a query, and are this same component: a
-/// reference of either is one of the handler's.
+/// changes nothing and returns S_OK. Query it for either interface: both are this component, and a
+/// reference to one is a reference to the handler.
 class PELTO_XML_API OXASAXDefaultHandler : public OXABaseUnknown {
 public:
     HRESULT QueryInterface(const GUID& classId, void** object) override;

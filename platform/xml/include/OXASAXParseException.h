@@ -5,8 +5,7 @@
 #include "OXAUnicodeString.h"
 #include "OXAXMLExport.h"
 
-/// Reported to an error handler, never thrown. The reader's own lives until the callback returns; a copy may
-/// be kept.
+/// Reported to an error handler, never thrown. It is valid until the callback returns; a copy may be kept.
 class PELTO_XML_API OXASAXParseException {
 public:
     /// Line and column count from 1, columns in UTF-16 code units; 0 means that there is none.

@@ -54,9 +54,9 @@ void SchemaSet::load(const std::string& key, const InputSource& source, ProblemR
 SchemaPool* SchemaSet::pool() {
     if (pool_ && pool_->has_grown()) {
         const auto locator = OXAVar<ParseLocator>::Adopt(new ParseLocator);
-        ProblemReport unheard(OXAISAXErrorHandler_var(), *locator.Get());
-        report_refusals(*schemas_.front().document.Get(), unheard, [&] {
-            if (auto fresh = make_pool(schemas_, nullptr, unheard)) pool_ = std::move(fresh);
+        ProblemReport silent(OXAISAXErrorHandler_var(), *locator.Get());
+        report_refusals(*schemas_.front().document.Get(), silent, [&] {
+            if (auto fresh = make_pool(schemas_, nullptr, silent)) pool_ = std::move(fresh);
         });
     }
     return pool_.get();
