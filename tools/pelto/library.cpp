@@ -20,6 +20,7 @@
 #include "file_start.h"
 #include "library_handler.h"
 #include "library_report.h"
+#include "output/output_path.h"
 #include "print_json.h"
 #include "printable.h"
 #include "progress.h"
@@ -97,8 +98,25 @@ OXAVar<LibraryHandler> read_document(const Options& options) {
     return handler;
 }
 
+void check_sheet(const Options& options) {
+    if (options.sheet.empty()) return;
+    check_is_no_input(options.sheet, {options.document, schema_of(options)});
+    check_ending(options.sheet, ".png");
+    check_apart_from_json(options.sheet, options.json);
+}
+
+void check_sheet_is_none_of(const std::vector<LibraryTexture>& textures, const Options& options) {
+    if (options.sheet.empty()) return;
+    std::vector<std::string> paths;
+    for (const LibraryTexture& texture : textures)
+        paths.push_back((folder_of(options) / texture.file).string());
+    check_is_no_input(options.sheet, paths);
+}
+
 Library read_library(const Options& options) {
+    check_sheet(options);
     const OXAVar<LibraryHandler> handler = read_document(options);
+    check_sheet_is_none_of(handler->textures, options);
     Library library{{}, handler->problems};
     Progress progress("loading", handler->textures.size());
     for (const LibraryTexture& texture : handler->textures) {
@@ -137,11 +155,11 @@ std::string counted(std::size_t count, const char* one, const char* many) {
     return std::to_string(count) + " " + (count == 1 ? one : many);
 }
 
-void print(const Library& library) {
+void print(std::ostream& out, const Library& library) {
     std::vector<std::vector<std::string>> rows;
     for (const Entry& entry : library.entries) rows.push_back(row_of(entry));
     if (!rows.empty()) {
-        print_table(std::cout,
+        print_table(out,
                     {{"name"},
                      {"file"},
                      {"format"},
@@ -154,8 +172,8 @@ void print(const Library& library) {
     }
     const auto failed = std::count_if(library.entries.begin(), library.entries.end(),
                                       [](const Entry& entry) { return entry.report.error.has_value(); });
-    std::cout << counted(library.entries.size(), "texture", "textures") << ", "
-              << counted(library.bytes(), "byte", "bytes") << ", " << failed << " failed\n";
+    out << counted(library.entries.size(), "texture", "textures") << ", "
+        << counted(library.bytes(), "byte", "bytes") << ", " << failed << " failed\n";
 }
 
 nlohmann::ordered_json json_of(const Entry& entry) {
@@ -211,7 +229,8 @@ ExitStatus check_library(const Options& options) {
     if (options.json) {
         print_json(json_of(library));
     } else {
-        print(library);
+        // A sheet on standard output stands there alone.
+        print(goes_to_standard_output(options.sheet) ? std::cerr : std::cout, library);
     }
     std::cout.flush();
     print_problems(std::cerr, library.problems);

@@ -10,6 +10,7 @@
 #include "inspect.h"
 #include "library.h"
 #include "outline.h"
+#include "output/whole_file.h"
 #include "sheet.h"
 #include "size.h"
 #include "transcode.h"
@@ -50,6 +51,7 @@ ExitStatus run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    prepare_for_output();
     try {
         const ExitStatus status = run(argc, argv);
         std::cout.flush();

@@ -4,7 +4,7 @@
 #include <png.h>
 #include <stdexcept>
 
-#include "whole_file.h"
+#include "output/whole_file.h"
 
 namespace {
 
@@ -28,7 +28,7 @@ void flush(png_structp) {}
 
 struct PNGWriter::State {
     explicit State(const std::string& path)
-        : file(path),
+        : file(files.add(path)),
           png(png_create_write_struct(PNG_LIBPNG_VER_STRING, &error, keep_error, ignore_warning)) {}
     ~State() { png_destroy_write_struct(&png, &info); }
     State(const State&) = delete;
@@ -43,7 +43,8 @@ struct PNGWriter::State {
         calls();
     }
 
-    WholeFile file;
+    OutputFiles files;
+    WholeFile& file;
     std::string error;
     png_structp png;
     png_infop info = nullptr;
@@ -74,5 +75,5 @@ void PNGWriter::write_row(const std::uint8_t* row) {
 void PNGWriter::complete() {
     state_->run([&] { png_write_end(state_->png, nullptr); });
     state_->file.close();
-    state_->file.complete();
+    state_->files.complete();
 }

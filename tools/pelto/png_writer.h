@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-/// Writes a file of 8-bit red, green and blue that appears when it is complete. Each operation throws
+/// Writes a file of 8-bit red, green and blue that appears when it is complete; "-" is standard output. Each operation throws
 /// std::runtime_error, which says what went wrong.
 class PNGWriter {
 public:

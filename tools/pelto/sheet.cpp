@@ -8,6 +8,7 @@
 
 #include "complain.h"
 #include "contact_sheet.h"
+#include "output/output_path.h"
 #include "print_json.h"
 #include "texture_check.h"
 
@@ -53,6 +54,12 @@ nlohmann::ordered_json json_of(const SheetReport& report) {
     return object;
 }
 
+void check_output(const Options& options) {
+    check_is_no_input(options.output, options.files);
+    check_ending(options.output, ".png");
+    check_apart_from_json(options.output, options.json);
+}
+
 ExitStatus make_sheet(const Options& options) {
     std::vector<SheetEntry> entries;
     for (const std::string& file : options.files) entries.push_back({file, file, options.choice});
@@ -78,7 +85,8 @@ void add_sheet(CLI::App& app, ExitStatus& status) {
         ->required()
         ->option_text("...");
     command
-        ->add_option("-o,--output", options->output, "The PNG file to write; it is replaced where it exists")
+        ->add_option("-o,--output", options->output,
+                     "The PNG file to write; it is replaced where it exists. \"-\" is standard output")
         ->required()
         ->option_text("OUT.png REQUIRED");
     command->add_flag("--flip", options->choice.flip, "Load the images of DDS files upside down");
@@ -100,6 +108,7 @@ void add_sheet(CLI::App& app, ExitStatus& status) {
         "Exit status: 0 all files are on the sheet, 1 one is not, 2 wrong usage.");
     command->callback([options, &status] {
         check_exposure(options->exposure);
+        check_output(*options);
         status = make_sheet(*options);
     });
 }

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <filesystem>
 #include <memory>
 #include <new>
@@ -12,15 +11,17 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "basis_blocks.h"
 #include "basis_usage.h"
 #include "complain.h"
 #include "dds_writer.h"
+#include "output/output_path.h"
+#include "output/whole_file.h"
 #include "print_json.h"
 #include "progress.h"
-#include "whole_file.h"
 
 namespace {
 
@@ -107,36 +108,53 @@ std::string output_path(const Options& options, std::uint32_t slice, bool severa
     return (path.parent_path() / name).string();
 }
 
-// The files take their names once all are written, and are added to `written` then.
+// `written` is told once all files have their names.
 void transcode_slices(const BasisReport& report, const Options& options, nlohmann::ordered_json& written) {
     const std::vector<std::uint32_t> slices = chosen("slice", options.slice, report.file.slices);
     std::size_t steps = 0;
     for (const std::uint32_t slice : slices) {
         steps += options.level == kAll ? report.file.level_count(slice) : 1;
     }
-    std::deque<WholeFile> files;
-    nlohmann::ordered_json descriptions;
+    OutputFiles files;
+    nlohmann::ordered_json descriptions = nlohmann::ordered_json::array();
     {
         Progress progress("transcoding", steps);
         for (const std::uint32_t slice : slices) {
             const std::string path = output_path(options, slice, slices.size() > 1);
-            const std::size_t bytes = write_slice(report, slice, options, progress, files.emplace_back(path));
+            const std::size_t bytes = write_slice(report, slice, options, progress, files.add(path));
             descriptions.push_back({{"path", path}, {"slice", slice}, {"bytes", bytes}});
         }
     }
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        files[i].complete();
-        written.push_back(descriptions[i]);
+    files.complete();
+    written = std::move(descriptions);
+}
+
+void check_output(const std::string& path, const Options& options) {
+    check_is_no_input(path, {options.file});
+    check_ending(path, ".dds");
+    check_apart_from_json(path, options.json);
+}
+
+void check_outputs_of_slices(const Options& options, std::uint32_t slices) {
+    if (options.slice != kAll || slices < 2) return;
+    if (goes_to_stream(options.output)) {
+        throw CLI::ValidationError("--slice all makes " + std::to_string(slices) + " files, where " +
+                                   options.output + " takes one: name a file, or choose a slice");
+    }
+    for (std::uint32_t slice = 0; slice < slices; ++slice) {
+        check_output(output_path(options, slice, true), options);
     }
 }
 
 ExitStatus transcode(const Options& options) {
+    check_output(options.output, options);
     BasisReport report;
     report_transcodable_basis(options.file, report, options.trust);
     if (report.error) {
         complain(options.file, *report.error);
         return kExitFailure;
     }
+    check_outputs_of_slices(options, report.file.slices);
     ExitStatus status = kExitSuccess;
     nlohmann::ordered_json written = nlohmann::ordered_json::array();
     try {
@@ -179,7 +197,8 @@ void add_transcode(CLI::App& app, ExitStatus& status) {
         ->option_text("N|all")
         ->check(number_or_all_of_them);
     command
-        ->add_option("-o,--output", options->output, "The DDS file to write; it is replaced where it exists")
+        ->add_option("-o,--output", options->output,
+                     "The DDS file to write; it is replaced where it exists. \"-\" is standard output")
         ->required()
         ->option_text("OUT.dds REQUIRED");
     command->add_flag("--json", options->json, "Print what was written, a JSON array of objects");
