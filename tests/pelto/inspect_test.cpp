@@ -239,29 +239,6 @@ TEST_F(Inspect, JsonTakesFileNamesThatAreNotUtf8) {
     EXPECT_EQ(json::parse(result.out).at(0).at("format"), "DXT1");
 }
 
-TEST(Pelto, WithoutArgumentsPrintsHelpAndEndsWithWrongUsage) {
-    const CommandResult result = run_pelto({});
-    EXPECT_EQ(result.status, 2);
-    EXPECT_NE(result.err.find("Usage: pelto"), std::string::npos);
-    EXPECT_NE(result.err.find("inspect"), std::string::npos);
-}
-
-TEST(Pelto, NamesAnUnknownSubcommandAndPrintsHelp) {
-    const CommandResult result = run_pelto({"frobnicate"});
-    EXPECT_EQ(result.status, 2);
-    EXPECT_EQ(result.err.substr(0, result.err.find('\n')), "pelto: there is no subcommand 'frobnicate'");
-    EXPECT_NE(result.err.find("Usage: pelto"), std::string::npos);
-}
-
-TEST(Pelto, AnUnknownOptionOrNoFileIsWrongUsage) {
-    for (const auto& arguments : {Words{"inspect"}, Words{"inspect", "--bogus", "x.dds"}}) {
-        const CommandResult result = run_pelto(arguments);
-        EXPECT_EQ(result.status, 2);
-        EXPECT_NE(result.err.find("Usage: pelto inspect"), std::string::npos);
-        EXPECT_EQ(result.out, "");
-    }
-}
-
 TEST(Pelto, HelpAndVersionGoToStandardOutput) {
     const CommandResult help = run_pelto({"--help"});
     EXPECT_EQ(help.status, 0);

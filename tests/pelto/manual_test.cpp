@@ -45,7 +45,12 @@ Names expected_subcommands() {
     return {"check", "inspect", "library", "outline", "sheet", "size", "transcode", "validate"};
 }
 
-TEST(Manual, HelpNamesEverySubcommand) { EXPECT_EQ(subcommands(), expected_subcommands()); }
+Names with_help(Names names) {
+    names.insert("help");
+    return names;
+}
+
+TEST(Manual, HelpNamesEverySubcommand) { EXPECT_EQ(subcommands(), with_help(expected_subcommands())); }
 
 TEST(Manual, EverySubcommandHasHelpJsonAndItsExitStatus) {
     for (const std::string& subcommand : expected_subcommands()) {
@@ -72,7 +77,7 @@ TEST(Manual, VersionIsTold) {
 
 TEST(Manual, ThePageHasEveryOptionOfEverySubcommandAndNoOther) {
     const std::string page = content(PELTO_COMMAND_SOURCES "/pelto.1.in");
-    EXPECT_EQ(matches(page, "\n\\.SS \"pelto ([a-z]+) "), expected_subcommands());
+    EXPECT_EQ(matches(page, "\n\\.SS \"pelto ([a-z]+) "), with_help(expected_subcommands()));
     for (const std::string& subcommand : expected_subcommands()) {
         const std::size_t begin = page.find(".SS \"pelto " + subcommand);
         ASSERT_NE(begin, std::string::npos) << subcommand;
@@ -81,6 +86,16 @@ TEST(Manual, ThePageHasEveryOptionOfEverySubcommandAndNoOther) {
             std::regex_replace(page.substr(begin, end - begin), std::regex("\\\\-"), "-");
         EXPECT_EQ(matches(section, "\n\\.BI? [^\n]*?(--[a-z-]+)"), options(subcommand)) << subcommand;
     }
+}
+
+TEST(Manual, ThePageHasTheTablesOfFormats) {
+    const std::string help = run_pelto({"size", "--help"}).out;
+    const std::size_t begin = help.find("\nFORMAT ");
+    const std::size_t end = help.find("\nFormats of one line");
+    ASSERT_LT(begin, end);
+    const std::string tables =
+        std::regex_replace(help.substr(begin, end - begin), std::regex("\n\n"), "\n.sp\n");
+    EXPECT_NE(content(PELTO_COMMAND_SOURCES "/pelto.1.in").find(tables), std::string::npos) << tables;
 }
 
 // What bash offers for the last of the words.
@@ -98,7 +113,8 @@ Names offers(const std::vector<std::string>& words) {
 }
 
 TEST(Completion, OffersSubcommands) {
-    EXPECT_EQ(offers({"pelto", ""}), expected_subcommands());
+    EXPECT_EQ(offers({"pelto", ""}), with_help(expected_subcommands()));
+    EXPECT_EQ(offers({"pelto", "help", "s"}), (Names{"sheet", "size"}));
     EXPECT_EQ(offers({"pelto", "s"}), (Names{"sheet", "size"}));
 }
 
@@ -113,6 +129,10 @@ TEST(Completion, OffersTheOptionsOfTheSubcommand) {
 
 TEST(Completion, OffersBlocksAndFiles) {
     EXPECT_EQ(offers({"pelto", "transcode", "--usage", "bc"}), (Names{"bc1", "bc3", "bc4", "bc5"}));
+    EXPECT_EQ(offers({"pelto", "size", "--format", "BC6"}), (Names{"BC6", "BC6H", "BC6H_SF16", "BC6H_UF16"}));
+    EXPECT_EQ(offers({"pelto", "size", "--format", "1"}), (Names{"1B", "12B", "16B"}));
+    EXPECT_EQ(offers({"pelto", "size", "--client-type", ""}),
+              (Names{"1B", "2B", "3B", "4B", "6B", "8B", "12B", "16B"}));
     const TemporaryFolder folder;
     const std::string file = folder.write("wall.dds", "");
     EXPECT_EQ(offers({"pelto", "inspect", folder.path("wa")}), Names{file});

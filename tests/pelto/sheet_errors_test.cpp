@@ -143,9 +143,7 @@ TEST_F(SheetErrors, TellsWrongUsage) {
     EXPECT_EQ(run({}).status, 2);
     EXPECT_EQ(run({good_file(), "--level", "-1"}).status, 2);
     EXPECT_EQ(run({good_file(), "--face", "front"}).status, 2);
-    for (const char* const exposure : {"33", "-33", "nan", "bright"}) {
-        EXPECT_EQ(run({good_file(), std::string("--exposure=") + exposure}).status, 2) << exposure;
-    }
+    EXPECT_EQ(run({good_file(), "--exposure=bright"}).status, 2);
     EXPECT_FALSE(std::filesystem::exists(output()));
 }
 

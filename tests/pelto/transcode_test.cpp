@@ -276,6 +276,14 @@ TEST_F(Transcode, PrintsWhatWasWrittenAsJson) {
     EXPECT_EQ(json::parse(result.out), expected);
 }
 
+TEST_F(Transcode, TakesTheUsageInEitherCase) {
+    const std::string file = fixture("etc1s_4x4");
+    ASSERT_EQ(run_pelto({"transcode", file, "--usage", "bc3", "-o", output("lower.dds")}).status, 0);
+    const CommandResult upper = run_pelto({"transcode", file, "--usage", "BC3", "-o", output("upper.dds")});
+    EXPECT_EQ(upper.status, 0) << upper.err;
+    EXPECT_EQ(bytes_of(output("upper.dds")), bytes_of(output("lower.dds")));
+}
+
 TEST_F(Transcode, WrongUsageIsToldFromFailure) {
     const std::string file = fixture("etc1s_4x4");
     EXPECT_EQ(run_pelto({"transcode", file, "-o", output()}).status, 2);

@@ -7,6 +7,7 @@
 #include <vBasisImage.h>
 #include <vDDSImage.h>
 #include <vTextureUtils.h>
+#include <vector>
 
 struct BasisUsage {
     TOZ::EUsageFormat usage;
@@ -20,5 +21,11 @@ inline const std::map<std::string, BasisUsage> kBasisUsages = {
     {"bc3", {TOZ::eUsageFormatBC3, "DXT5", vTextureFormat::FORMAT_55, TOZ::SUPPORTED_FORMAT::DXT5}},
     {"bc4", {TOZ::eUsageFormatBC4, "BC4U", vTextureFormat::FORMAT_57, TOZ::SUPPORTED_FORMAT::BC4U}},
     {"bc5", {TOZ::eUsageFormatBC5, "BC5U", vTextureFormat::FORMAT_59, TOZ::SUPPORTED_FORMAT::BC5U}}};
+
+inline std::vector<std::string> usage_names() {
+    std::vector<std::string> names;
+    for (const auto& [name, usage] : kBasisUsages) names.push_back(name);
+    return names;
+}
 
 #endif

@@ -16,6 +16,7 @@
 #include <vTextureCheck.h>
 #include <vector>
 
+#include "argument_checks.h"
 #include "print_json.h"
 #include "printable.h"
 #include "progress.h"
@@ -139,22 +140,22 @@ void add_check(CLI::App& app, ExitStatus& status) {
         ->add_option("--max-bytes", options->limits.maxBytes,
                      "Refuse files whose levels take more bytes in memory (.basis: as BC3)")
         ->option_text("BYTES")
-        ->check(CLI::NonNegativeNumber);
+        ->transform(whole_number(0, UINT64_MAX));
     command
         ->add_option("--max-extent", options->limits.maxExtent,
                      "Refuse files of more pixels across, down or deep")
         ->option_text("PIXELS")
-        ->check(CLI::NonNegativeNumber);
+        ->transform(whole_number(0, UINT32_MAX));
     command
         ->add_option("--max-file-bytes", options->limits.maxFileBytes,
                      "Refuse files that are longer, whatever they hold: to load one is to read all of it")
         ->option_text("BYTES")
-        ->check(CLI::NonNegativeNumber);
+        ->transform(whole_number(0, UINT64_MAX));
     command
         ->add_option("-j,--jobs", options->threads,
                      "How many files to look at at a time: 1 to 256 (1 where it is left out)")
         ->option_text("N")
-        ->check(CLI::Range(1u, kMostThreads));
+        ->transform(whole_number(1, kMostThreads));
     command->add_flag("--json", options->json, "Print a JSON array of objects, one for each file");
     command->footer("Exit status: 0 all files are good, 1 one is not, 2 wrong usage.");
     command->callback([options, &status] { status = check(*options); });

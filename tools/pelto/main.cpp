@@ -1,19 +1,20 @@
 // pelto: textures and XML documents from the command line.
 #include <CLI/CLI.hpp>
-#include <cstdio>
 #include <exception>
 #include <iostream>
-#include <string>
 
 #include "check.h"
 #include "exit_status.h"
+#include "help.h"
 #include "inspect.h"
 #include "library.h"
 #include "outline.h"
 #include "output/whole_file.h"
+#include "printable.h"
 #include "sheet.h"
 #include "size.h"
 #include "transcode.h"
+#include "usage_error.h"
 #include "validate.h"
 
 namespace {
@@ -34,15 +35,13 @@ ExitStatus run(int argc, char** argv) {
     add_transcode(app, status);
     add_validate(app, status);
     add_outline(app, status);
+    add_help(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& help_or_version) {
         app.exit(help_or_version, std::cout, std::cerr);
     } catch (const CLI::ParseError& error) {
-        const bool unknown = app.get_subcommands().empty() && argc > 1 && argv[1][0] != '-';
-        const std::string wrong =
-            unknown ? std::string("there is no subcommand '") + argv[1] + "'" : std::string(error.what());
-        std::cerr << "pelto: " << wrong << "\n\n" << app.help();
+        std::cerr << usage_error(app, error);
         return kExitUsage;
     }
     return status;
@@ -61,7 +60,7 @@ int main(int argc, char** argv) {
         }
         return status;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "pelto: %s\n", error.what());
+        std::cerr << "pelto: " << printable(error.what()) << '\n';
         return kExitFailure;
     }
 }

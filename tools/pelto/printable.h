@@ -5,8 +5,9 @@
 #include <string>
 #include <string_view>
 
-/// The text with its control characters written as \xNN, so that it stays on one line and gives the
-/// terminal no orders. Other bytes are kept: names need not be UTF-8.
+/// The text with what a terminal could take for an order written byte by byte as \xNN: control characters
+/// (C0, DEL, C1) and those that change the direction of text. It stays on one line. Other bytes are kept,
+/// also those that are not UTF-8, as names may hold them.
 std::string printable(std::string_view text);
 
 #endif

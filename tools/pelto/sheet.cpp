@@ -1,11 +1,13 @@
 #include "sheet.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdint>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "argument_checks.h"
 #include "complain.h"
 #include "contact_sheet.h"
 #include "output/output_path.h"
@@ -14,7 +16,7 @@
 
 namespace {
 
-constexpr double kMostExposure = 32;
+constexpr int kMostExposure = 32;
 
 struct Options {
     std::vector<std::string> files;
@@ -70,11 +72,6 @@ ExitStatus make_sheet(const Options& options) {
     return report.errors.empty() ? kExitSuccess : kExitFailure;
 }
 
-void check_exposure(double exposure) {
-    if (exposure >= -kMostExposure && exposure <= kMostExposure) return;
-    throw CLI::ValidationError("--exposure", "is not a number from -32 to 32");
-}
-
 }  // namespace
 
 void add_sheet(CLI::App& app, ExitStatus& status) {
@@ -91,13 +88,16 @@ void add_sheet(CLI::App& app, ExitStatus& status) {
         ->option_text("OUT.png REQUIRED");
     command->add_flag("--flip", options->choice.flip, "Load the images of DDS files upside down");
     command->add_option("--face", options->choice.face, "Show one face alone: 0 to 5 of a cube map")
-        ->option_text("N");
+        ->option_text("N")
+        ->transform(whole_number(0, UINT32_MAX));
     command->add_option("--level", options->choice.level, "Show one mip level alone: 0 is the largest")
-        ->option_text("N");
+        ->option_text("N")
+        ->transform(whole_number(0, UINT32_MAX));
     command
         ->add_option("--exposure", options->exposure,
                      "Stops by which light (BC6H and float formats) is made brighter: 1 doubles it")
-        ->option_text("STOPS");
+        ->option_text("STOPS")
+        ->check(number(-kMostExposure, kMostExposure));
     add_trust(*command, options->choice.trust);
     command->add_flag("--json", options->json, "Print where on the sheet each image lies, as a JSON object");
     command->footer(
@@ -107,7 +107,6 @@ void add_sheet(CLI::App& app, ExitStatus& status) {
         "checkerboard. A file that cannot be shown does not keep the others from the sheet.\n"
         "Exit status: 0 all files are on the sheet, 1 one is not, 2 wrong usage.");
     command->callback([options, &status] {
-        check_exposure(options->exposure);
         check_output(*options);
         status = make_sheet(*options);
     });

@@ -11,6 +11,8 @@
 #include <vTextureUtils.h>
 #include <vector>
 
+#include "argument_checks.h"
+#include "format_names.h"
 #include "print_json.h"
 #include "table.h"
 
@@ -124,6 +126,24 @@ ExitStatus size(const Options& options) {
     return kExitSuccess;
 }
 
+// Makes a number of a name.
+CLI::Validator name_check(std::optional<int> (*number_of)(const std::string&),
+                          std::string (*refusal)(const std::string&)) {
+    const auto check = [number_of, refusal](std::string& text) -> std::string {
+        const std::optional<int> number = number_of(text);
+        if (!number) return refusal(text);
+        text = std::to_string(*number);
+        return "";
+    };
+    return {check, ""};
+}
+
+void check_choice(const Options& options) {
+    if (options.format.has_value() != options.client_type.has_value()) return;
+    throw CLI::ValidationError(options.format ? "--format and --client-type exclude each other"
+                                              : "--format or --client-type is missing");
+}
+
 }  // namespace
 
 void add_size(CLI::App& app, ExitStatus& status) {
@@ -132,24 +152,35 @@ void add_size(CLI::App& app, ExitStatus& status) {
     command->add_option("WIDTH", options->width, "Pixels in a row")
         ->required()
         ->option_text("REQUIRED")
-        ->check(CLI::PositiveNumber);
+        ->transform(whole_number(1, UINT32_MAX));
     command->add_option("HEIGHT", options->height, "Rows")
         ->required()
         ->option_text("REQUIRED")
-        ->check(CLI::PositiveNumber);
+        ->transform(whole_number(1, UINT32_MAX));
     command->add_option("DEPTH", options->depth, "Slices (1 where it is left out)")
         ->option_text(" ")
-        ->check(CLI::PositiveNumber);
+        ->transform(whole_number(1, UINT32_MAX));
     CLI::Option_group* const pixels =
         command->add_option_group("Pixels", "What the pixels are: one of these");
-    pixels->add_option("--format", options->format, "A texture format, 1 to 64; from 51 on block-compressed")
-        ->option_text("N")
-        ->check(CLI::Range(1, 64));
-    pixels->add_option("--client-type", options->client_type, "A layout of client pixel data, 1 to 36")
-        ->option_text("N")
-        ->check(CLI::Range(1, 36));
-    pixels->require_option(1);
+    pixels
+        ->add_option("--format", options->format,
+                     "A texture format: a name of the table below, in either case, or a number")
+        ->option_text("FORMAT")
+        ->transform(name_check(format_number, no_format));
+    pixels
+        ->add_option("--client-type", options->client_type,
+                     "A layout of client pixel data, from the table below too")
+        ->option_text("LAYOUT")
+        ->transform(name_check(client_type_number, no_client_type));
     command->add_flag("--levels", options->levels, "Every mip level down to a single pixel, and their sum");
     command->add_flag("--json", options->json, "Print a JSON object instead of a table");
-    command->callback([options, &status] { status = size(*options); });
+    command->footer(
+        format_tables() +
+        "\nFormats of one line take the same bytes; a name stands for the first number of its line,\n"
+        "but for BC4S and BC5S, which are the second.\n"
+        "Exit status: 0 done, 1 the bytes are more than a 32-bit number counts, 2 wrong usage.");
+    command->callback([options, &status] {
+        check_choice(*options);
+        status = size(*options);
+    });
 }

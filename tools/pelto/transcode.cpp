@@ -14,8 +14,10 @@
 #include <utility>
 #include <vector>
 
+#include "argument_checks.h"
 #include "basis_blocks.h"
 #include "basis_usage.h"
+#include "choices.h"
 #include "complain.h"
 #include "dds_writer.h"
 #include "output/output_path.h"
@@ -183,10 +185,10 @@ void add_transcode(CLI::App& app, ExitStatus& status) {
     CLI::App* const command = app.add_subcommand("transcode", "Make DDS files from a .basis file");
     const CLI::Validator number_or_all_of_them(number_or_all, "N|all");
     command->add_option("FILE", options->file, "A .basis file with 2D textures")->required()->type_name("");
-    command->add_option("--usage", options->usage, "The blocks to make: bc1, bc3, bc4 or bc5")
+    command->add_option("--usage", options->usage, "The blocks to make: " + any_of(usage_names()))
         ->required()
         ->option_text("NAME REQUIRED")
-        ->check(CLI::IsMember(kBasisUsages));
+        ->transform(one_of(usage_names()));
     command->add_option("--level", options->level, "The mip level to take, or \"all\" (where it is left out)")
         ->option_text("N|all")
         ->check(number_or_all_of_them);
