@@ -1,6 +1,6 @@
 # PeltoBasisTranscoder: the Basis Universal transcoder, compiled from its source.
 
-# What scripts/fetch_transcoder and scripts/fetch_debian_files leave in the user's cache.
+# Where scripts/fetch_transcoder and scripts/fetch_packages put what they fetch.
 if(DEFINED ENV{XDG_CACHE_HOME} AND NOT "$ENV{XDG_CACHE_HOME}" STREQUAL "")
     set(PELTO_FETCHED "$ENV{XDG_CACHE_HOME}")
 else()
@@ -9,30 +9,30 @@ endif()
 string(APPEND PELTO_FETCHED "/PeltoKernelTools")
 
 set(BASISU_SOURCE_DIR "" CACHE PATH
-    "Folder with the source of Basis Universal 2.0.2; where empty, what scripts/setup has fetched")
+    "Folder with the source of Basis Universal 2.0.2; where empty, what scripts/fetch_transcoder has fetched")
 if(BASISU_SOURCE_DIR)
-    set(source "${BASISU_SOURCE_DIR}")
+    set(PELTO_BASIS_SOURCE "${BASISU_SOURCE_DIR}")
 else()
-    set(source "${PELTO_FETCHED}/basis-universal-2.0.2")
+    set(PELTO_BASIS_SOURCE "${PELTO_FETCHED}/basis-universal-2.0.2")
 endif()
-if(NOT EXISTS "${source}/transcoder/basisu_transcoder.cpp")
+if(NOT EXISTS "${PELTO_BASIS_SOURCE}/transcoder/basisu_transcoder.cpp")
     message(FATAL_ERROR
-        "There is no source of the Basis Universal transcoder in ${source}: transcoder/basisu_transcoder.cpp is "
-        "missing. Run scripts/setup, which fetches release 2.0.2, or unpack that release and configure with "
-        "-DBASISU_SOURCE_DIR=FOLDER, FOLDER being the one that holds transcoder/.")
+        "There is no source of the Basis Universal transcoder: ${PELTO_BASIS_SOURCE}/transcoder/basisu_transcoder.cpp "
+        "is missing. Run scripts/fetch_transcoder, which fetches release 2.0.2, or unpack that release and configure "
+        "with -DBASISU_SOURCE_DIR=FOLDER, FOLDER being the one that holds transcoder/.")
 endif()
 
-add_library(PeltoBasisTranscoder STATIC "${source}/transcoder/basisu_transcoder.cpp")
+add_library(PeltoBasisTranscoder STATIC "${PELTO_BASIS_SOURCE}/transcoder/basisu_transcoder.cpp")
 set_target_properties(PeltoBasisTranscoder PROPERTIES
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
     POSITION_INDEPENDENT_CODE ON
     # Its functions rely on flags of their own, which are not to mix with ours.
     INTERPROCEDURAL_OPTIMIZATION OFF
-    # Where a complete source has sample files; for the tests.
-    PELTO_SAMPLES "${source}/webgl")
+    # Where a complete source has sample files; for tests and benchmarks.
+    PELTO_SAMPLES "${PELTO_BASIS_SOURCE}/webgl")
 target_compile_features(PeltoBasisTranscoder PUBLIC cxx_std_17)
-target_include_directories(PeltoBasisTranscoder SYSTEM PUBLIC "${source}/transcoder")
+target_include_directories(PeltoBasisTranscoder SYSTEM PUBLIC "${PELTO_BASIS_SOURCE}/transcoder")
 # Its assertions do not hold on damaged files, nor on HDR files asked for LDR blocks: it refuses both by itself.
 target_compile_definitions(PeltoBasisTranscoder PUBLIC
     NDEBUG BASISD_SUPPORT_KTX2=0 BASISD_SUPPORT_KTX2_ZSTD=0)
