@@ -1,5 +1,7 @@
-# The CMake package PeltoKernelTools and the pkg-config file.
+# The licence, the CMake package PeltoKernelTools and the pkg-config file.
 include(CMakePackageConfigHelpers)
+
+install(FILES LICENSE NOTICE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/PeltoKernelTools)
 configure_package_config_file(cmake/PeltoKernelToolsConfig.cmake.in

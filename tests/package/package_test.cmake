@@ -42,6 +42,9 @@ run(${CMAKE_COMMAND} --build "${work}/build")
 run("${work}/build/consumer")
 
 if(way STREQUAL "find_package")
+    foreach(paper IN ITEMS LICENSE NOTICE)
+        run(${CMAKE_COMMAND} -E compare_files "${source}/${paper}" "${work}/prefix/share/doc/PeltoKernelTools/${paper}")
+    endforeach()
     run("${work}/build/loader")
     run("${work}/prefix/bin/pelto" --version)
 
