@@ -12,42 +12,39 @@
 #include <string>
 #include <system_error>
 #include <thread>
-#include <vBasisImage.h>
-#include <vTextureCheck.h>
+#include <vTextureInfo.h>
 #include <vector>
 
 #include "argument_checks.h"
 #include "print_json.h"
 #include "printable.h"
 #include "progress.h"
-#include "texture_check.h"
+#include "texture/texture_json.h"
+#include "texture/texture_words.h"
 
 namespace {
-
-using Result = vTextureCheck::Result;
 
 struct Options {
     std::vector<std::string> files;
     vTextureLimits limits;
     unsigned int threads = 1;
+    bool strict = false;
     bool json = false;
 };
 
-Result checked(const std::string& path, const vTextureLimits& limits) {
+vTextureInfo checked(const std::string& path, const vTextureLimits& limits) {
     try {
-        return check_texture(path, limits);
+        return vTextureInfo::CheckFile(path, limits);
     } catch (const std::bad_alloc&) {
-        Result result;
-        result.status = vTextureCheck::eUnreadable;
-        result.sentence = "does not fit into memory";
-        return result;
+        vTextureInfo info;
+        info.check.status = vTextureCheck::eUnreadable;
+        info.check.sentence = "does not fit into memory";
+        return info;
     }
 }
 
-std::vector<Result> check_all(const Options& options) {
-    // The transcoder sets itself up on first use, which must not be on two threads.
-    TOZ::vBasisImage().isValidHeader();
-    std::vector<Result> results(options.files.size());
+std::vector<vTextureInfo> check_all(const Options& options) {
+    std::vector<vTextureInfo> results(options.files.size());
     Progress progress("checking", options.files.size());
     std::mutex progress_mutex;
     std::atomic<std::size_t> next = 0;
@@ -70,56 +67,47 @@ std::vector<Result> check_all(const Options& options) {
     return results;
 }
 
-const char* name_of(vTextureCheck::EStatus status) {
-    switch (status) {
-        case vTextureCheck::eOk:
-            return "ok";
-        case vTextureCheck::eNotThisKind:
-            return "not-this-kind";
-        case vTextureCheck::eUnsupportedFormat:
-            return "unsupported-format";
-        case vTextureCheck::eTruncated:
-            return "truncated";
-        case vTextureCheck::eAbsurdSize:
-            return "absurd-size";
-        case vTextureCheck::eMalformedTable:
-            return "malformed-table";
-        case vTextureCheck::eUnreadable:
-            break;
-    }
-    return "unreadable";
-}
-
-nlohmann::ordered_json json_of(const std::string& path, const Result& result) {
-    nlohmann::ordered_json object = {{"path", path}, {"status", name_of(result.status)}};
+nlohmann::ordered_json json_of(const std::string& path, const vTextureInfo& info) {
+    const vTextureCheck::Result& result = info.check;
+    nlohmann::ordered_json object;
+    add_path(object, path);
+    object["status"] = status_name(result.status);
     if (result.totalBytes > 0) object["totalBytes"] = result.totalBytes;
-    if (result.ok()) return object;
-    object["error"] = result.sentence;
-    object["offset"] = result.offset;
-    if (result.missingBytes > 0) object["missingBytes"] = result.missingBytes;
-    if (result.level >= 0) {
-        object["face"] = result.face;
-        object["level"] = result.level;
+    if (!result.ok()) {
+        object["error"] = result.sentence;
+        object["offset"] = result.offset;
+        if (result.missingBytes > 0) object["missingBytes"] = result.missingBytes;
+        if (result.level >= 0) {
+            object["face"] = result.face;
+            object["level"] = result.level;
+        }
     }
+    object["notes"] = json_of(info.notes);
     return object;
 }
 
-std::string line_of(const std::string& path, const Result& result) {
+void print_lines(const std::string& path, const vTextureInfo& info) {
+    const vTextureCheck::Result& result = info.check;
     const std::string said =
         result.ok() ? "ok, " + std::to_string(result.totalBytes) + " bytes" : result.sentence;
-    return printable(path) + ": " + printable(said);
+    std::cout << printable(path) << ": " << printable(said) << '\n';
+    for (const vTextureNote& note : info.notes) {
+        if (note.text == result.sentence) continue;
+        std::cout << printable(path) << ": note: " << printable(note.text) << '\n';
+    }
 }
 
 ExitStatus check(const Options& options) {
-    const std::vector<Result> results = check_all(options);
+    const std::vector<vTextureInfo> results = check_all(options);
     ExitStatus status = kExitSuccess;
     nlohmann::ordered_json objects = nlohmann::ordered_json::array();
     for (std::size_t i = 0; i < results.size(); ++i) {
-        if (!results[i].ok()) status = kExitFailure;
+        const vTextureInfo& info = results[i];
+        if (!info.check.ok() || (options.strict && !info.notes.empty())) status = kExitFailure;
         if (options.json) {
-            objects.push_back(json_of(options.files[i], results[i]));
+            objects.push_back(json_of(options.files[i], info));
         } else {
-            std::cout << line_of(options.files[i], results[i]) << '\n';
+            print_lines(options.files[i], info);
         }
     }
     if (options.json) print_json(objects);
@@ -156,6 +144,7 @@ void add_check(CLI::App& app, ExitStatus& status) {
                      "How many files to look at at a time: 1 to 256 (1 where it is left out)")
         ->option_text("N")
         ->transform(whole_number(1, kMostThreads));
+    command->add_flag("--strict", options->strict, "Take a note for a fault: the exit status is then 1");
     command->add_flag("--json", options->json, "Print a JSON array of objects, one for each file");
     command->footer("Exit status: 0 all files are good, 1 one is not, 2 wrong usage.");
     command->callback([options, &status] { status = check(*options); });

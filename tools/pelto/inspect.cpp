@@ -1,213 +1,151 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "inspect.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
+#include <new>
 #include <nlohmann/json.hpp>
 #include <string>
-#include <utility>
+#include <vTextureInfo.h>
 #include <vector>
 
-#include "basis_report.h"
 #include "complain.h"
-#include "dds_report.h"
 #include "print_json.h"
 #include "printable.h"
 #include "table.h"
+#include "texture/texture_json.h"
+#include "texture/texture_words.h"
 
 namespace {
 
 struct Options {
     std::vector<std::string> files;
     bool json = false;
-    bool header_only = false;
-    bool flip = false;
-    Trust trust = Trust::kNo;
-};
-
-// Names joined by commas, "-" where there are none.
-class Flags {
-public:
-    void add(bool set, const char* name) {
-        if (!set) return;
-        if (!text_.empty()) text_ += ',';
-        text_ += name;
-    }
-    std::string text() const { return text_.empty() ? "-" : text_; }
-
-private:
-    std::string text_;
+    bool levels = false;
 };
 
 using Row = std::vector<std::string>;
 
-Row row_of(const DDSReport& report, const Options& options) {
-    const vDDSImage& image = report.image;
-    Flags flags;
-    flags.add(image.is_compressed(), "compressed");
-    flags.add(image.is_cubemap(), "cubemap");
-    flags.add(image.is_volume(), "volume");
-    flags.add(options.header_only, "header-only");
-    flags.add(options.flip && !options.header_only, "flipped");
-    flags.add(report.missing_bytes > 0, "truncated");
-    return {printable(report.path),
-            format_name(image.get_format()),
-            extent_text(image.get_width(), image.get_height(), image.get_depth()),
-            std::to_string(face_count(image)),
-            std::to_string(image.get_num_mipmaps() + 1),
-            options.header_only ? "-" : std::to_string(image.compute_full_size(-1)),
-            flags.text()};
-}
-
-Row row_of(const BasisReport& report) {
-    Flags flags;
-    flags.add(report.file.alpha, "alpha");
-    flags.add(report.file.srgb, "srgb");
-    flags.add(report.file.y_flipped, "y-flipped");
-    return {printable(report.path),
-            report.file.codec,
-            report.file.texture_type,
-            std::to_string(report.width()) + " x " + std::to_string(report.height()),
-            std::to_string(report.file.slices),
-            std::to_string(report.level_count()),
-            std::to_string(report.bytes),
-            flags.text()};
-}
-
-nlohmann::ordered_json json_of(const DDSReport& report, const Options& options) {
-    nlohmann::ordered_json object;
-    object["path"] = report.path;
-    if (report.error) {
-        object["error"] = *report.error;
-        return object;
+vTextureInfo described(const std::string& path) {
+    try {
+        return vTextureInfo::ReadFile(path);
+    } catch (const std::bad_alloc&) {
+        vTextureInfo info;
+        info.problem.status = vTextureCheck::eUnreadable;
+        info.problem.sentence = "does not fit into memory";
+        return info;
     }
-    const vDDSImage& image = report.image;
-    object["format"] = format_name(image.get_format());
-    object["width"] = image.get_width();
-    object["height"] = image.get_height();
-    object["depth"] = image.get_depth();
-    object["faces"] = face_count(image);
-    object["levels"] = image.get_num_mipmaps() + 1;
-    if (!options.header_only) object["bytes"] = image.compute_full_size(-1);
-    object["missingBytes"] = report.missing_bytes;
-    object["compressed"] = image.is_compressed();
-    object["cubemap"] = image.is_cubemap();
-    object["volume"] = image.is_volume();
-    object["valid"] = image.is_valid();
-    return object;
 }
 
-nlohmann::ordered_json json_of(const BasisReport& report) {
-    nlohmann::ordered_json object;
-    object["path"] = report.path;
-    if (report.error) {
-        object["error"] = *report.error;
-        return object;
-    }
-    object["codec"] = report.file.codec;
-    object["textureType"] = report.file.texture_type;
-    object["width"] = report.width();
-    object["height"] = report.height();
-    object["slices"] = report.file.slices;
-    object["levels"] = report.level_count();
-    object["bytes"] = report.bytes;
-    object["alpha"] = report.file.alpha;
-    object["srgb"] = report.file.srgb;
-    object["yFlipped"] = report.file.y_flipped;
-    object["transcodable"] = report.transcodable;
-    return object;
+Row row_of(const std::string& path, const vTextureInfo& info) {
+    return {container_name(info.container),
+            info.format,
+            extent_words(info),
+            std::to_string(info.layers),
+            std::to_string(info.faces),
+            std::to_string(info.levels),
+            std::to_string(info.bytes),
+            printable(path)};
 }
 
-struct Findings {
-    ExitStatus status = kExitSuccess;
-    nlohmann::ordered_json objects = nlohmann::ordered_json::array();
-    std::vector<Row> dds_rows;
-    std::vector<Row> basis_rows;
-};
-
-void inspect_dds(const std::string& path, const Options& options, Findings& findings) {
-    const DDSReport report = report_dds(path, options.flip, options.header_only, options.trust);
-    findings.objects.push_back(json_of(report, options));
-    if (report.error) {
-        complain(path, *report.error);
-        findings.status = kExitFailure;
-        return;
-    }
-    if (report.missing_bytes > 0) {
-        complain(path, "warning: " + cut_short_text(report.missing_bytes));
-    }
-    findings.dds_rows.push_back(row_of(report, options));
+Row row_of(const vTextureLevel& level) {
+    return {std::to_string(level.layer),    std::to_string(level.face),
+            std::to_string(level.level),    extent_words(level.width, level.height, level.depth),
+            std::to_string(level.offset),   std::to_string(level.bytes),
+            std::to_string(level.rowBytes), level.whole ? "yes" : "no"};
 }
 
-void inspect_basis(const std::string& path, const Options& options, Findings& findings) {
-    BasisReport report;
-    report_basis(path, report, options.trust);
-    findings.objects.push_back(json_of(report));
-    if (report.error) {
-        complain(path, *report.error);
-        findings.status = kExitFailure;
-        return;
-    }
-    findings.basis_rows.push_back(row_of(report));
+void print_levels(const std::string& path, const vTextureInfo& info) {
+    std::vector<Row> rows;
+    const std::uint64_t images = info.GetNumImages();
+    for (std::uint64_t i = 0; i < images; ++i) rows.push_back(row_of(info.GetImage(i)));
+    std::cout << '\n' << printable(path) << ":\n";
+    print_table(std::cout,
+                {{"layer", Align::kRight},
+                 {"face", Align::kRight},
+                 {"level", Align::kRight},
+                 {"extent", Align::kRight},
+                 {"offset", Align::kRight},
+                 {"bytes", Align::kRight},
+                 {"row bytes", Align::kRight},
+                 {"whole"}},
+                rows);
 }
 
-void print_tables(const Findings& findings) {
-    if (!findings.dds_rows.empty()) {
+class Findings {
+public:
+    explicit Findings(const Options& options) : options_(options) {}
+
+    void add(const std::string& path) {
+        vTextureInfo info = described(path);
+        if (!info.Described() || info.missingBytes > 0) status_ = kExitFailure;
+        if (!info.Described()) complain(path, info.problem.sentence);
+        if (options_.json) objects_.push_back(json_of(path, info, options_.levels));
+        if (info.Described()) files_.push_back({path, std::move(info)});
+    }
+
+    ExitStatus print() const {
+        if (options_.json) {
+            print_json(objects_);
+        } else if (!files_.empty()) {
+            print_for_people();
+        }
+        return status_;
+    }
+
+private:
+    struct File {
+        std::string path;
+        vTextureInfo info;
+    };
+
+    void print_for_people() const {
+        std::vector<Row> rows;
+        for (const File& file : files_) rows.push_back(row_of(file.path, file.info));
         print_table(std::cout,
-                    {{"path"},
+                    {{"container"},
                      {"format"},
-                     {"width x height x depth", Align::kRight},
+                     {"extent", Align::kRight},
+                     {"layers", Align::kRight},
                      {"faces", Align::kRight},
                      {"levels", Align::kRight},
                      {"bytes", Align::kRight},
-                     {"flags"}},
-                    findings.dds_rows);
+                     {"path"}},
+                    rows);
+        bool first = true;
+        for (const File& file : files_) {
+            for (const vTextureNote& note : file.info.notes) {
+                if (first) std::cout << '\n';
+                first = false;
+                std::cout << printable(file.path) << ": note: " << printable(note.text) << '\n';
+            }
+        }
+        if (!options_.levels) return;
+        for (const File& file : files_) print_levels(file.path, file.info);
     }
-    if (!findings.dds_rows.empty() && !findings.basis_rows.empty()) std::cout << '\n';
-    if (!findings.basis_rows.empty()) {
-        print_table(std::cout,
-                    {{"path"},
-                     {"codec"},
-                     {"texture type"},
-                     {"width x height", Align::kRight},
-                     {"slices", Align::kRight},
-                     {"levels", Align::kRight},
-                     {"bytes", Align::kRight},
-                     {"flags"}},
-                    findings.basis_rows);
-    }
-}
+
+    const Options& options_;
+    ExitStatus status_ = kExitSuccess;
+    nlohmann::ordered_json objects_ = nlohmann::ordered_json::array();
+    std::vector<File> files_;
+};
 
 ExitStatus inspect(const Options& options) {
-    Findings findings;
-    for (const std::string& file : options.files) {
-        if (is_basis(file)) {
-            inspect_basis(file, options, findings);
-        } else {
-            inspect_dds(file, options, findings);
-        }
-    }
-    if (options.json) {
-        print_json(findings.objects);
-    } else {
-        print_tables(findings);
-    }
-    return findings.status;
+    Findings findings(options);
+    for (const std::string& file : options.files) findings.add(file);
+    return findings.print();
 }
 
 }  // namespace
 
 void add_inspect(CLI::App& app, ExitStatus& status) {
     const auto options = std::make_shared<Options>();
-    CLI::App* const command =
-        app.add_subcommand("inspect", "Show what DDS and .basis files hold, a row each");
-    command->add_option("FILE", options->files, "DDS and .basis files to read")
-        ->required()
-        ->option_text("...");
-    command->add_flag("--json", options->json, "Print a JSON array of objects instead of a table");
-    command->add_flag("--header-only", options->header_only,
-                      "Of DDS files, read the headers only: no pixels, no byte counts");
-    command->add_flag("--flip", options->flip, "Load the images of DDS files upside down");
-    add_trust(*command, options->trust);
+    CLI::App* const command = app.add_subcommand(
+        "inspect", "Show what texture files hold, a row each; only their headers are read");
+    command->add_option("FILE", options->files, "DDS, .basis and KTX2 files")->required()->option_text("...");
+    command->add_flag("--levels", options->levels, "Show where each level of each face and layer lies, too");
+    command->add_flag("--json", options->json, "Print a JSON array of objects instead of tables");
+    command->footer("Exit status: 0 all files are described, 1 one is not or is cut short, 2 wrong usage.");
     command->callback([options, &status] { status = inspect(*options); });
 }

@@ -25,7 +25,9 @@ std::string base64(const std::string& bytes) {
     return text.replace(text.size() - padding, padding, padding, '=');
 }
 
-ordered_json number_or_null(std::uint32_t number) { return number != 0 ? ordered_json(number) : ordered_json(); }
+ordered_json number_or_null(std::uint32_t number) {
+    return number != 0 ? ordered_json(number) : ordered_json();
+}
 
 ordered_json json_of(const vTextureLevel& level) {
     return {{"layer", level.layer},   {"face", level.face},     {"level", level.level},

@@ -7,7 +7,7 @@ namespace {
 
 // By the number of the format.
 constexpr const char* kLoaderFormats[] = {
-    "LUMINANCE8", "RGB8", "RGBA8", "BGRA8", "RGBA16F", "R32F", "RGB32F", "RGBA32F",   "DXT1",
+    "LUMINANCE8", "RGB8", "RGBA8", "BGRA8", "RGBA16F", "R32F", "RGB32F",    "RGBA32F",   "DXT1",
     "DXT3",       "DXT5", "BC4U",  "BC4S",  "BC5U",    "BC5S", "BC6H_SF16", "BC6H_UF16",
 };
 static_assert(std::size(kLoaderFormats) == TOZ::SUPPORTED_FORMAT::BC6H_UF16 + 1);
@@ -68,8 +68,12 @@ const char* loader_format_name(const vTextureInfo& info) {
     return info.loaderFormat != vPixelFormat::kRefused ? kLoaderFormats[info.loaderFormat] : nullptr;
 }
 
-std::string extent_words(const vTextureInfo& info) {
-    std::string words = std::to_string(info.width) + " x " + std::to_string(info.height);
-    if (info.depth > 1) words += " x " + std::to_string(info.depth);
+std::string extent_words(std::uint32_t width, std::uint32_t height, std::uint32_t depth) {
+    std::string words = std::to_string(width) + " x " + std::to_string(height);
+    if (depth > 1) words += " x " + std::to_string(depth);
     return words;
+}
+
+std::string extent_words(const vTextureInfo& info) {
+    return extent_words(info.width, info.height, info.depth);
 }

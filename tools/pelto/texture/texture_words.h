@@ -3,6 +3,7 @@
 #ifndef PELTO_TOOL_TEXTURE_TEXTURE_WORDS_H
 #define PELTO_TOOL_TEXTURE_TEXTURE_WORDS_H
 
+#include <cstdint>
 #include <string>
 #include <vTextureInfo.h>
 
@@ -14,6 +15,7 @@ const char* status_name(vTextureCheck::EStatus status);
 const char* loader_format_name(const vTextureInfo& info);
 
 /// "64 x 32", with " x 16" where the image is deeper than one pixel.
+std::string extent_words(std::uint32_t width, std::uint32_t height, std::uint32_t depth);
 std::string extent_words(const vTextureInfo& info);
 
 #endif
