@@ -1,7 +1,7 @@
 // Decoding pixels of any arrangement of bits to red, green, blue and alpha.
 //
 // The functions in `reference` define the results, as include/vTexturePixels.h describes them; the others
-// give the same, with vector instructions where has_vectors() says so. `from` holds whole blocks, the last
+// give the same, with vector instructions for most layouts. `from` holds whole blocks, the last
 // one used as far as there are pixels; `to` takes 4, 8 or 16 bytes a pixel and must not overlap with it. Both
 // may lie at any address.
 #ifndef PELTO_PIXELS_PIXEL_DECODE_H

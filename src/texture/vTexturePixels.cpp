@@ -101,13 +101,13 @@ using DecodeRow = void (*)(const PixelLayout&, const unsigned char*, unsigned ch
 DecodeRow decoder_to(vTexturePixels::EElement element) {
     switch (element) {
         case vTexturePixels::eRGBA8:
-            return px::reference::decode_rgba8;
+            return px::decode_rgba8;
         case vTexturePixels::eRGBA16:
-            return px::reference::decode_rgba16;
+            return px::decode_rgba16;
         case vTexturePixels::eRGBA32F:
             break;
     }
-    return px::reference::decode_rgba32f;
+    return px::decode_rgba32f;
 }
 
 }  // namespace
@@ -130,7 +130,7 @@ bool vTexturePixels::Decode(const vPixelFormat& format, const void* source, std:
                             std::uint32_t width, std::uint32_t height, EElement element, void* destination) {
     const auto layout = layout_of(format);
     if (!layout) return false;
-    if (width == 0) return true;
+    if (width == 0 || height == 0) return true;
     const DecodeRow decode = decoder_to(element);
     const auto* const from = static_cast<const unsigned char*>(source);
     auto* const to = static_cast<unsigned char*>(destination);
