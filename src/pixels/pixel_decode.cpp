@@ -1,5 +1,6 @@
 #include "pixels/pixel_decode.h"
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -15,7 +16,8 @@ HWY_BEFORE_NAMESPACE();
 namespace pelto::pixels::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-// These decode as many pixels from the start as whole vectors cover, and return how many those are.
+// These decode as many pixels from the start as whole vectors cover, and return how many those are. They get
+// steps by value: stores to `to` cannot change those.
 
 #if HWY_TARGET == HWY_SCALAR
 
@@ -23,14 +25,19 @@ namespace hn = hwy::HWY_NAMESPACE;
 std::size_t PlaceBytes(const ByteSteps&, std::size_t, const unsigned char*, unsigned char*, std::size_t) {
     return 0;
 }
-std::size_t DecodeRGBA8(const IntegerSteps*, std::size_t, const unsigned char*, unsigned char*, std::size_t) {
-    return 0;
-}
-std::size_t DecodeRGBA16(const IntegerSteps*, std::size_t, const unsigned char*, unsigned char*,
+std::size_t DecodeNarrow(std::array<NarrowSteps, 4>, std::size_t, const unsigned char*, unsigned char*,
                          std::size_t) {
     return 0;
 }
-std::size_t DecodeRGBA32F(const FloatSteps*, const BitField&, std::size_t, const unsigned char*,
+std::size_t DecodeRGBA8(std::array<IntegerSteps, 4>, std::size_t, const unsigned char*, unsigned char*,
+                        std::size_t) {
+    return 0;
+}
+std::size_t DecodeRGBA16(std::array<IntegerSteps, 4>, std::size_t, const unsigned char*, unsigned char*,
+                         std::size_t) {
+    return 0;
+}
+std::size_t DecodeRGBA32F(std::array<FloatSteps, 4>, BitField, std::size_t, const unsigned char*,
                           unsigned char*, std::size_t) {
     return 0;
 }
@@ -116,6 +123,22 @@ HWY_INLINE Vector Cut(const BitField& field, Vector low, Vector high) {
     return hn::And(hn::ShiftRightSame(word, field.position), hn::Set(Words(), field.mask));
 }
 
+using Halves = hn::Repartition<std::uint16_t, Words>;
+
+// Two channels at once, in the halves of a word: each is left in the high byte of its half.
+HWY_INLINE hn::VFromD<Halves> ToHighBytes(const NarrowSteps& first, const NarrowSteps& second, Vector low,
+                                          Vector high) {
+    const Words d;
+    const Halves halves;
+    const auto both = [&](std::uint32_t NarrowSteps::*step) HWY_ATTR {
+        return hn::BitCast(halves, hn::Set(d, first.*step | second.*step << 16));
+    };
+    const auto cut = hn::Or(Cut(first.field, low, high), hn::ShiftLeft<16>(Cut(second.field, low, high)));
+    const auto flipped = hn::Xor(hn::BitCast(halves, cut), both(&NarrowSteps::flip));
+    const auto number = hn::SaturatedSub(flipped, both(&NarrowSteps::least));
+    return hn::Add(hn::Mul(number, both(&NarrowSteps::multiplier)), both(&NarrowSteps::addend));
+}
+
 template <std::uint32_t kMost>
 HWY_INLINE Vector ToInteger(const IntegerSteps& steps, Vector low, Vector high) {
     const Words d;
@@ -180,7 +203,19 @@ std::size_t PlaceBytes(const ByteSteps& steps, std::size_t size, const unsigned 
     });
 }
 
-std::size_t DecodeRGBA8(const IntegerSteps* steps, std::size_t size, const unsigned char* from,
+std::size_t DecodeNarrow(std::array<NarrowSteps, 4> steps, std::size_t size, const unsigned char* from,
+                         unsigned char* to, std::size_t pixels) {
+    const Bytes d8;
+    const auto high_bytes = hn::BitCast(Halves(), hn::Set(Words(), 0xFF00FF00));
+    return ForPixels(size, from, pixels, [&](std::size_t pixel, Vector low, Vector high) HWY_ATTR {
+        const auto red_blue = ToHighBytes(steps[0], steps[2], low, high);
+        const auto green_alpha = ToHighBytes(steps[1], steps[3], low, high);
+        const auto all = hn::Or(hn::ShiftRight<8>(red_blue), hn::And(green_alpha, high_bytes));
+        hn::StoreU(hn::BitCast(d8, all), d8, to + pixel * 4);
+    });
+}
+
+std::size_t DecodeRGBA8(std::array<IntegerSteps, 4> steps, std::size_t size, const unsigned char* from,
                         unsigned char* to, std::size_t pixels) {
     return ForPixels(size, from, pixels, [&](std::size_t pixel, Vector low, Vector high) HWY_ATTR {
         const auto red = ToInteger<255>(steps[0], low, high);
@@ -194,7 +229,7 @@ std::size_t DecodeRGBA8(const IntegerSteps* steps, std::size_t size, const unsig
     });
 }
 
-std::size_t DecodeRGBA16(const IntegerSteps* steps, std::size_t size, const unsigned char* from,
+std::size_t DecodeRGBA16(std::array<IntegerSteps, 4> steps, std::size_t size, const unsigned char* from,
                          unsigned char* to, std::size_t pixels) {
     return ForPixels(size, from, pixels, [&](std::size_t pixel, Vector low, Vector high) HWY_ATTR {
         const auto red = ToInteger<65535>(steps[0], low, high);
@@ -206,7 +241,7 @@ std::size_t DecodeRGBA16(const IntegerSteps* steps, std::size_t size, const unsi
     });
 }
 
-std::size_t DecodeRGBA32F(const FloatSteps* steps, const BitField& exponent, std::size_t size,
+std::size_t DecodeRGBA32F(std::array<FloatSteps, 4> steps, BitField exponent, std::size_t size,
                           const unsigned char* from, unsigned char* to, std::size_t pixels) {
     return ForPixels(size, from, pixels, [&](std::size_t pixel, Vector low, Vector high) HWY_ATTR {
         const auto red = ToFloat(steps[0], exponent, low, high);
@@ -227,6 +262,7 @@ HWY_AFTER_NAMESPACE();
 namespace pelto::pixels {
 
 HWY_EXPORT(PlaceBytes);
+HWY_EXPORT(DecodeNarrow);
 HWY_EXPORT(DecodeRGBA8);
 HWY_EXPORT(DecodeRGBA16);
 HWY_EXPORT(DecodeRGBA32F);
@@ -249,13 +285,16 @@ void decode_rgba8(const PixelLayout& layout, const unsigned char* from, unsigned
                   std::size_t pixels) {
     std::size_t done = 0;
     ByteSteps bytes;
-    IntegerSteps steps[4];
+    std::array<NarrowSteps, 4> narrow;
+    std::array<IntegerSteps, 4> steps;
     if (lies_as_decoded(layout, 4, 8, Coding::kUNorm)) {
         std::memcpy(to, from, pixels * 4);
         return;
     }
     if (find_byte_steps(layout, bytes)) {
         done = HWY_DYNAMIC_DISPATCH(PlaceBytes)(bytes, layout.block_bytes, from, to, pixels);
+    } else if (find_narrow_steps(layout, narrow)) {
+        done = HWY_DYNAMIC_DISPATCH(DecodeNarrow)(narrow, layout.block_bytes, from, to, pixels);
     } else if (find_integer_steps(layout, 255, steps)) {
         done = HWY_DYNAMIC_DISPATCH(DecodeRGBA8)(steps, layout.block_bytes, from, to, pixels);
     }
@@ -265,7 +304,7 @@ void decode_rgba8(const PixelLayout& layout, const unsigned char* from, unsigned
 void decode_rgba16(const PixelLayout& layout, const unsigned char* from, unsigned char* to,
                    std::size_t pixels) {
     std::size_t done = 0;
-    IntegerSteps steps[4];
+    std::array<IntegerSteps, 4> steps;
     if (lies_as_decoded(layout, 4, 16, Coding::kUNorm)) {
         std::memcpy(to, from, pixels * 8);
         return;
@@ -279,7 +318,7 @@ void decode_rgba16(const PixelLayout& layout, const unsigned char* from, unsigne
 void decode_rgba32f(const PixelLayout& layout, const unsigned char* from, unsigned char* to,
                     std::size_t pixels) {
     std::size_t done = 0;
-    FloatSteps steps[4];
+    std::array<FloatSteps, 4> steps;
     BitField exponent;
     if (lies_as_decoded(layout, 4, 32, Coding::kFloat)) {
         std::memcpy(to, from, pixels * 16);

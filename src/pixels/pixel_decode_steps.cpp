@@ -6,7 +6,7 @@ namespace pelto::pixels {
 
 namespace {
 
-constexpr int kAlpha = 3;
+constexpr std::size_t kAlpha = 3;
 
 std::uint32_t low_bits(int count) { return static_cast<std::uint32_t>((std::uint64_t{1} << count) - 1); }
 
@@ -28,37 +28,49 @@ void spread(std::uint32_t greatest, std::uint32_t most, IntegerSteps& steps) {
     steps.addend = 1u << (steps.shift - 1);
 }
 
+// t * 255 / greatest, a half upwards. 16 bits leave few addends that are right for all t, and none for the
+// signed numbers of 7 bits.
+bool spread_narrow(std::uint32_t greatest, NarrowSteps& steps) {
+    constexpr std::uint32_t kSigned7 = 126;
+    constexpr std::uint32_t kUnsigned6 = 63;
+    constexpr std::uint32_t kSigned8 = 254;
+    if (greatest == kSigned7) return false;
+    steps.multiplier = (255 * 256 + greatest / 2) / greatest;
+    steps.addend = greatest == kUnsigned6 ? 132 : greatest == kSigned8 ? 129 : 128;
+    return true;
+}
+
 }  // namespace
 
-bool find_integer_steps(const PixelLayout& layout, std::uint32_t most, IntegerSteps (&steps)[4]) {
-    for (int i = 0; i < 4; ++i) {
+bool find_narrow_steps(const PixelLayout& layout, std::array<NarrowSteps, 4>& steps) {
+    for (std::size_t i = 0; i < 4; ++i) {
         const ChannelBits& channel = layout.channels[i];
-        steps[i] = IntegerSteps();
-        if (!find_field(layout, channel, steps[i].field)) return false;
+        NarrowSteps& to = steps[i];
+        to = NarrowSteps();
+        if (channel.count > 8 || !find_field(layout, channel, to.field)) return false;
         if (channel.count == 0) {
-            steps[i].addend = i == kAlpha ? most : 0;
+            to.addend = i == kAlpha ? 255 * 256 : 0;
             continue;
         }
         const std::uint32_t sign = 1u << (channel.count - 1);
         switch (channel.coding) {
             case Coding::kUNorm:
-                if (channel.count > 16) return false;
-                spread(low_bits(channel.count), most, steps[i]);
+                if (!spread_narrow(low_bits(channel.count), to)) return false;
                 break;
             case Coding::kSNorm:
                 // The two lowest numbers are one.
-                if (channel.count > 16 || channel.count == 1) return false;
-                steps[i].flip = sign;
-                steps[i].least = 1;
-                spread(low_bits(channel.count) - 1, most, steps[i]);
+                if (channel.count == 1) return false;
+                to.flip = sign;
+                to.least = 1;
+                if (!spread_narrow(low_bits(channel.count) - 1, to)) return false;
                 break;
             case Coding::kUInt:
-                steps[i].multiplier = 1;
+                to.multiplier = 256;
                 break;
             case Coding::kSInt:
-                steps[i].flip = sign;
-                steps[i].least = sign;
-                steps[i].multiplier = 1;
+                to.flip = sign;
+                to.least = sign;
+                to.multiplier = 256;
                 break;
             case Coding::kFloat:
             case Coding::kSharedExponent:
@@ -68,19 +80,59 @@ bool find_integer_steps(const PixelLayout& layout, std::uint32_t most, IntegerSt
     return true;
 }
 
-bool find_float_steps(const PixelLayout& layout, FloatSteps (&steps)[4], BitField& exponent) {
-    if (!find_field(layout, layout.exponent, exponent)) return false;
-    for (int i = 0; i < 4; ++i) {
+bool find_integer_steps(const PixelLayout& layout, std::uint32_t most, std::array<IntegerSteps, 4>& steps) {
+    for (std::size_t i = 0; i < 4; ++i) {
         const ChannelBits& channel = layout.channels[i];
-        steps[i] = FloatSteps();
-        if (!find_field(layout, channel, steps[i].field)) return false;
+        IntegerSteps& to = steps[i];
+        to = IntegerSteps();
+        if (!find_field(layout, channel, to.field)) return false;
         if (channel.count == 0) {
-            steps[i].flip = i == kAlpha ? 1 : 0;
+            to.addend = i == kAlpha ? most : 0;
+            continue;
+        }
+        const std::uint32_t sign = 1u << (channel.count - 1);
+        switch (channel.coding) {
+            case Coding::kUNorm:
+                if (channel.count > 16) return false;
+                spread(low_bits(channel.count), most, to);
+                break;
+            case Coding::kSNorm:
+                // The two lowest numbers are one.
+                if (channel.count > 16 || channel.count == 1) return false;
+                to.flip = sign;
+                to.least = 1;
+                spread(low_bits(channel.count) - 1, most, to);
+                break;
+            case Coding::kUInt:
+                to.multiplier = 1;
+                break;
+            case Coding::kSInt:
+                to.flip = sign;
+                to.least = sign;
+                to.multiplier = 1;
+                break;
+            case Coding::kFloat:
+            case Coding::kSharedExponent:
+                return false;
+        }
+    }
+    return true;
+}
+
+bool find_float_steps(const PixelLayout& layout, std::array<FloatSteps, 4>& steps, BitField& exponent) {
+    if (!find_field(layout, layout.exponent, exponent)) return false;
+    for (std::size_t i = 0; i < 4; ++i) {
+        const ChannelBits& channel = layout.channels[i];
+        FloatSteps& to = steps[i];
+        to = FloatSteps();
+        if (!find_field(layout, channel, to.field)) return false;
+        if (channel.count == 0) {
+            to.flip = i == kAlpha ? 1 : 0;
             continue;
         }
         if (channel.coding == Coding::kFloat) {
-            steps[i].way = channel.count == 32 ? FloatSteps::Way::kBits : FloatSteps::Way::kHalf;
-            steps[i].shift = channel.count == 32 ? 0 : channel.count == 16 ? 0 : 15 - channel.count;
+            to.way = channel.count == 32 ? FloatSteps::Way::kBits : FloatSteps::Way::kHalf;
+            to.shift = channel.count == 32 ? 0 : channel.count == 16 ? 0 : 15 - channel.count;
             continue;
         }
         // Floats have room for 24 bits.
@@ -89,23 +141,23 @@ bool find_float_steps(const PixelLayout& layout, FloatSteps (&steps)[4], BitFiel
         const auto greatest = static_cast<std::int32_t>(low_bits(channel.count));
         switch (channel.coding) {
             case Coding::kUNorm:
-                steps[i].divisor = static_cast<float>(greatest);
+                to.divisor = static_cast<float>(greatest);
                 break;
             case Coding::kSNorm:
                 if (channel.count == 1) return false;
-                steps[i].flip = static_cast<std::uint32_t>(sign);
-                steps[i].offset = sign;
-                steps[i].lowest = 1 - sign;
-                steps[i].divisor = static_cast<float>(sign - 1);
+                to.flip = static_cast<std::uint32_t>(sign);
+                to.offset = sign;
+                to.lowest = 1 - sign;
+                to.divisor = static_cast<float>(sign - 1);
                 break;
             case Coding::kSInt:
-                steps[i].flip = static_cast<std::uint32_t>(sign);
-                steps[i].offset = sign;
-                steps[i].lowest = -sign;
+                to.flip = static_cast<std::uint32_t>(sign);
+                to.offset = sign;
+                to.lowest = -sign;
                 break;
             case Coding::kSharedExponent:
-                steps[i].way = FloatSteps::Way::kShared;
-                steps[i].offset = 127 - 15 - channel.count;
+                to.way = FloatSteps::Way::kShared;
+                to.offset = 127 - 15 - channel.count;
                 break;
             case Coding::kUInt:
             case Coding::kFloat:
@@ -117,7 +169,7 @@ bool find_float_steps(const PixelLayout& layout, FloatSteps (&steps)[4], BitFiel
 
 bool find_byte_steps(const PixelLayout& layout, ByteSteps& steps) {
     if (layout.block_pixels != 1 || layout.block_bytes > 4) return false;
-    for (int i = 0; i < 16; ++i) {
+    for (std::size_t i = 0; i < 16; ++i) {
         const ChannelBits& channel = layout.channels[i % 4];
         const bool there = channel.count != 0;
         if (there && (channel.count != 8 || channel.first % 8 != 0)) return false;

@@ -5,6 +5,7 @@
 #ifndef PELTO_PIXELS_PIXEL_DECODE_STEPS_H
 #define PELTO_PIXELS_PIXEL_DECODE_STEPS_H
 
+#include <array>
 #include <cstdint>
 
 #include "pixels/pixel_decode.h"
@@ -30,7 +31,19 @@ struct IntegerSteps {
     int shift = 0;
 };
 
-bool find_integer_steps(const PixelLayout& layout, std::uint32_t most, IntegerSteps (&steps)[4]);
+bool find_integer_steps(const PixelLayout& layout, std::uint32_t most, std::array<IntegerSteps, 4>& steps);
+
+/// To a number from 0 to 255 in 16 bits, from up to 8: with t = max(bits ^ flip, least) - least,
+/// (t * multiplier + addend) >> 8.
+struct NarrowSteps {
+    BitField field;
+    std::uint32_t flip = 0;
+    std::uint32_t least = 0;
+    std::uint32_t multiplier = 0;
+    std::uint32_t addend = 0;
+};
+
+bool find_narrow_steps(const PixelLayout& layout, std::array<NarrowSteps, 4>& steps);
 
 /// To a float.
 struct FloatSteps {
@@ -49,7 +62,7 @@ struct FloatSteps {
     int shift = 0;
 };
 
-bool find_float_steps(const PixelLayout& layout, FloatSteps (&steps)[4], BitField& exponent);
+bool find_float_steps(const PixelLayout& layout, std::array<FloatSteps, 4>& steps, BitField& exponent);
 
 /// Where channels are whole bytes: for each byte of four decoded pixels the place of its byte among four
 /// words, or 0x80 for none; and what is added.
