@@ -60,7 +60,8 @@ void check_ending(const std::string& path, std::string_view ending) {
     // That it cannot be written is told when it is.
     const std::optional<Status> status = status_of(path);
     if (status && S_ISDIR(status->st_mode)) return;
-    throw CLI::ValidationError("the output " + printable(path) + " does not end in " + std::string(ending));
+    throw CLI::ValidationError("the output " + printable(path) + " does not end in " + std::string(ending) +
+                               ": name the file to write");
 }
 
 void check_is_no_input(const std::string& path, const std::vector<std::string>& inputs) {
