@@ -229,17 +229,6 @@ TEST_F(Check, AReadOnlyPlaceForTheOutputIsToldByName) {
     }
 }
 
-TEST_F(Check, APipeOrDeviceIsNotReplacedByAnOutput) {
-    const std::string pipe = folder_.path("pipe.dds");
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    const std::string basis = PELTO_BASIS_FIXTURES "/uastc_4x4.basis";
-    const CommandResult result = run_pelto({"transcode", basis, "--usage", "bc3", "-o", pipe});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_NE(result.err.find(pipe + " cannot be written: it is not a regular file"), std::string::npos)
-        << result.err;
-    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
-}
-
 TEST_F(Check, AnOutputThatIsALinkStaysOneAndItsTargetIsReplaced) {
     std::filesystem::create_directory(folder_.path("elsewhere"));
     const std::string target = folder_.write("elsewhere/target.dds", "before");

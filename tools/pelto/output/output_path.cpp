@@ -13,8 +13,6 @@ namespace {
 
 using Status = struct stat;
 
-constexpr char kStandardOutput[] = "-";
-
 // Of the file that a link leads to.
 std::optional<Status> status_of(const std::string& path) {
     Status status = {};

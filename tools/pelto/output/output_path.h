@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+constexpr char kStandardOutput[] = "-";
+
 /// Whether it is "-", or another name of what standard output goes to.
 bool goes_to_standard_output(const std::string& path);
 

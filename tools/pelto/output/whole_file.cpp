@@ -92,7 +92,7 @@ void prepare_for_output() {
 }
 
 WholeFile::WholeFile(const std::string& path, const std::string& target, HiddenFolder* folder)
-    : path_(path), target_(target), folder_(folder) {
+    : path_(path == kStandardOutput ? "standard output" : path), target_(target), folder_(folder) {
     if (!folder_) {
         file_ = goes_to_standard_output(path) ? ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0)
                                               : ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
@@ -105,10 +105,10 @@ WholeFile::WholeFile(const std::string& path, const std::string& target, HiddenF
         const SignalHold hold;
         hidden_ = folder_->next_file(hold);
         file_ = ::open(hidden_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kUsualMode);
+        if (file_ < 0) fail(path_, errno);
     } catch (const std::system_error& error) {
         fail(path_, error.code().value());
     }
-    if (file_ < 0) fail(path_, errno);
 }
 
 WholeFile::~WholeFile() { close_descriptor(); }
@@ -167,7 +167,6 @@ void WholeFile::keep_old(const SignalHold& hold) {
 }
 
 void WholeFile::take_name(const SignalHold& hold) {
-    if (!folder_) return;
     if (hidden_.empty()) {
         if (give_name(file_, target_)) return;
         if (errno != EEXIST) fail(path_, errno);
@@ -194,10 +193,12 @@ void OutputFiles::complete() {
     std::size_t named = 0;
     try {
         for (; named < files_.size(); ++named) {
-            if (files_.size() > 1) files_[named].keep_old(hold);
-            files_[named].take_name(hold);
+            WholeFile& file = files_[named];
+            if (!file.folder_) continue;
+            if (files_.size() > 1) file.keep_old(hold);
+            file.take_name(hold);
         }
-    } catch (const std::runtime_error&) {
+    } catch (...) {
         while (named-- > 0) files_[named].give_name_back();
         throw;
     }
