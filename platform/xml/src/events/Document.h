@@ -31,7 +31,7 @@ public:
     DocumentCost& cost() { return cost_; }
     ProblemReport& report() { return report_; }
 
-    /// Takes what a count of the cost returns, and throws Refusal where it names a limit.
+    /// Throws Refusal when `exceeded`, which a count of the cost returned, names a limit; null does nothing.
     void charge(const char* exceeded) {
         if (exceeded) refuse(exceeded);
     }
