@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <basisu_transcoder.h>
 #include <cstddef>
-#include <utility>
 
 #include "basis/basis_header.h"
 

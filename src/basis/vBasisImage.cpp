@@ -46,8 +46,8 @@ BlockFormat block_format(TOZ::EUsageFormat usage) {
     return BlockFormat::kBC3;
 }
 
-// Bytes are counted in signed 32 bits. A count that wraps to a negative number is an allocation that fails;
-// one that wraps further, which is none, would be a buffer too small for its blocks.
+// Bytes are counted in signed 32 bits. A count that wraps to a negative number is an allocation that fails.
+// Nothing where it wraps further: the buffer would be too small for its blocks.
 std::optional<std::int32_t> byte_count(std::uint32_t blocks, BlockFormat format) {
     const std::uint64_t bytes = std::uint64_t{bytes_per_block(format)} * blocks;
     const auto count = static_cast<std::int32_t>(bytes);

@@ -166,7 +166,7 @@ TEST(BasisBounds, AFileOf4GiBIsRefused) {
     munmap(memory, kMapped);
 }
 
-// Encoders promise no more than the file has, but some less: what lies behind is in the file all the same.
+// The promise of the header may be short: what lies behind it is in the file all the same.
 TEST(BasisBounds, SectionsBehindThePromisedLengthPassWhereTheFileHasThem) {
     for (const char* const name : {"etc1s_alpha_mips", "uastc_array_mips"}) {
         const Bytes file = made(name);
