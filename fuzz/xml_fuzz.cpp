@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     vSAXReader reader;
     reader.SetDocumentHandler(handler.Get());
     if (with_schema) {
-        require(SUCCEEDED(reader.SetXSDSchema(PELTO_SAMPLES "/library/library.xsd", "library")),
+        require(SUCCEEDED(reader.SetXSDSchema(PELTO_SCHEMAS "/texture-library.xsd", "library")),
                 "the schema is read");
     }
     parse(reader, *handler.Get(), document);

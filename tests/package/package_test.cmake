@@ -47,6 +47,9 @@ if(way STREQUAL "find_package")
     endforeach()
     run("${work}/build/loader")
     run("${work}/prefix/bin/pelto" --version)
+    run("${work}/prefix/bin/pelto" library "${source}/samples/library/library.xml")
+    run(${CMAKE_COMMAND} -E compare_files "${source}/schemas/texture-library.xsd"
+        "${work}/prefix/share/PeltoKernelTools/schemas/texture-library.xsd")
 
     # The sample that the documents show, as a project of its own.
     run(${CMAKE_COMMAND} -S "${source}/samples/outline" -B "${work}/outline" ${options})

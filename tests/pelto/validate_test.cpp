@@ -12,7 +12,7 @@ using namespace support;
 using nlohmann::json;
 
 constexpr const char* kLibrary = PELTO_SAMPLES "/library/library.xml";
-constexpr const char* kLibrarySchema = PELTO_SAMPLES "/library/library.xsd";
+constexpr const char* kLibrarySchema = PELTO_SCHEMAS "/texture-library.xsd";
 
 constexpr const char* kSchema = R"(<xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema">
 <xs:element name="size" type="xs:int"/>

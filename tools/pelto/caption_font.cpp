@@ -6,7 +6,7 @@
 #include <utf8.h>
 #include <vector>
 
-#include "caption_font_data.h"
+#include "embedded.h"
 
 #if defined(__GNUC__)
 #pragma GCC diagnostic push

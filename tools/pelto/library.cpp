@@ -7,18 +7,14 @@
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <stdexcept>
 #include <string>
-#include <system_error>
 #include <utility>
-#include <vSAXReader.h>
 #include <vector>
 
 #include "complain.h"
 #include "contact_sheet.h"
-#include "file_start.h"
-#include "library_handler.h"
+#include "library_document.h"
 #include "library_report.h"
 #include "output/output_path.h"
 #include "print_json.h"
@@ -59,48 +55,9 @@ std::filesystem::path folder_of(const Options& options) {
     return std::filesystem::path(options.document).parent_path();
 }
 
-// The schema that was asked for, or the one that lies beside the document under its name.
-std::string schema_of(const Options& options) {
-    if (!options.schema.empty()) return options.schema;
-    std::error_code error;
-    const std::filesystem::path beside = std::filesystem::path(options.document).replace_extension(".xsd");
-    return std::filesystem::exists(beside, error) ? beside.string() : "";
-}
-
-XMLProblem unreadable(const std::string& path, const std::string& why) {
-    return {path, 0, 0, Severity::kFatalError, why};
-}
-
-// Reads a file with `read`, a call of the reader's, which may add problems to the handler's.
-template <class Read>
-void read_file(const std::string& path, LibraryHandler& handler, const Read& read) {
-    if (const std::optional<std::string> reason = why_unreadable(path)) {
-        handler.problems.push_back(unreadable(path, *reason));
-        return;
-    }
-    handler.document = path;
-    if (FAILED(read()) && !has_errors(handler.problems)) {
-        handler.problems.push_back(unreadable(path, "cannot be read"));
-    }
-}
-
-// A document whose schema is no good is read without it.
-OXAVar<LibraryHandler> read_document(const Options& options) {
-    auto handler = OXAVar<LibraryHandler>::Adopt(new LibraryHandler);
-    vSAXReader reader;
-    reader.SetDocumentHandler(handler.Get());
-    const std::string schema = schema_of(options);
-    if (!schema.empty()) {
-        read_file(schema, *handler.Get(),
-                  [&] { return reader.SetXSDSchema(schema.c_str(), schema.c_str()); });
-    }
-    read_file(options.document, *handler.Get(), [&] { return reader.LoadFile(options.document.c_str()); });
-    return handler;
-}
-
 void check_sheet(const Options& options) {
     if (options.sheet.empty()) return;
-    check_is_no_input(options.sheet, {options.document, schema_of(options)});
+    check_is_no_input(options.sheet, {options.document, options.schema});
     check_ending(options.sheet, ".png");
     check_apart_from_json(options.sheet, options.json);
 }
@@ -108,23 +65,24 @@ void check_sheet(const Options& options) {
 void check_sheet_is_none_of(const std::vector<LibraryTexture>& textures, const Options& options) {
     if (options.sheet.empty()) return;
     std::vector<std::string> paths;
-    for (const LibraryTexture& texture : textures)
+    for (const LibraryTexture& texture : textures) {
         paths.push_back((folder_of(options) / texture.file).string());
+    }
     check_is_no_input(options.sheet, paths);
 }
 
 Library read_library(const Options& options) {
     check_sheet(options);
-    const OXAVar<LibraryHandler> handler = read_document(options);
+    const OXAVar<LibraryHandler> handler = read_library_document(options.document, options.schema);
     check_sheet_is_none_of(handler->textures, options);
     Library library{{}, handler->problems};
     Progress progress("loading", handler->textures.size());
     for (const LibraryTexture& texture : handler->textures) {
         Entry entry{texture, report_texture(texture, folder_of(options), options.trust)};
-        if (entry.report.error) {
-            const std::string& subject = texture.file.empty() ? entry.name() : texture.file;
+        // Without a file it has a problem already.
+        if (entry.report.error && !texture.file.empty()) {
             library.problems.push_back({options.document, texture.line, texture.column, Severity::kError,
-                                        subject + ": " + *entry.report.error});
+                                        texture.file + ": " + *entry.report.error});
         }
         library.entries.push_back(std::move(entry));
         progress.step();
@@ -228,7 +186,7 @@ ExitStatus check_library(const Options& options) {
     const Library library = read_library(options);
     if (options.json) {
         print_json(json_of(library));
-    } else {
+    } else if (!library.entries.empty() || !has_errors(library.problems)) {
         // A sheet on standard output stands there alone.
         print(goes_to_standard_output(options.sheet) ? std::cerr : std::cout, library);
     }
@@ -249,7 +207,7 @@ void add_library(CLI::App& app, ExitStatus& status) {
         ->type_name("");
     command
         ->add_option("--xsd", options->schema,
-                     "The XML Schema that it must follow; where it is left out, FILE.xsd if there is one")
+                     "A schema of your own that the document must follow instead of the command's")
         ->option_text("FILE.xsd");
     command->add_flag("--json", options->json, "Print a JSON object instead of a table");
     command
@@ -259,7 +217,10 @@ void add_library(CLI::App& app, ExitStatus& status) {
         ->option_text("OUT.png");
     add_trust(*command, options->trust);
     command->footer(
-        "Files are named from the document's folder. The check compares the bytes of every level with what\n"
+        "The format of the document is described in docs/library.md of the project, and its schema is "
+        "installed\n"
+        "as share/PeltoKernelTools/schemas/texture-library.xsd. Files are named from the document's folder. "
+        "The check compares the bytes of every level with what\n"
         "its format and extent take, and the file with what the document says of it. Problems are told on\n"
         "standard error as path:line:column: severity: message; what they do not touch is still done.\n"
         "Exit status: 0 all is well, 1 there are errors, 2 wrong usage.");

@@ -28,7 +28,7 @@ void check_description(const LibraryTexture& texture, const std::string& kind, s
     const int first = texture.levels.front();
     const int last = texture.levels.back();
     const std::string range = "levels " + std::to_string(first) + " to " + std::to_string(last);
-    if (first < 0 || last < first) throw std::runtime_error(range + " are none");
+    if (last < first) throw std::runtime_error(range + " are none");
     if (static_cast<std::uint32_t>(last) >= levels) {
         throw std::runtime_error("has no " + range + ": " + last_of("one", levels));
     }
@@ -51,8 +51,7 @@ void load_dds(const std::string& path, const LibraryTexture& texture, Trust trus
 }
 
 void load_basis(const std::string& path, const LibraryTexture& texture, Trust trust, TextureReport& report) {
-    const auto usage = kBasisUsages.find(texture.usage);
-    if (usage == kBasisUsages.end()) throw std::runtime_error("there is no usage " + texture.usage);
+    const BasisUsage& usage = kBasisUsages.at(texture.usage);
     BasisReport basis;
     report_transcodable_basis(path, basis, trust);
     if (basis.error) throw std::runtime_error(*basis.error);
@@ -69,11 +68,9 @@ void load_basis(const std::string& path, const LibraryTexture& texture, Trust tr
     report.faces = 1;
     report.levels = basis.file.level_count(texture.slice);
     for (std::uint32_t level = 0; level < report.levels; ++level) {
-        const BasisBlocks blocks =
-            transcoded(basis, texture.slice, level, usage->second.usage, texture.usage);
+        const BasisBlocks blocks = transcoded(basis, texture.slice, level, usage.usage, texture.usage);
         report.bytes += blocks.size;
-        check_level(level, blocks.size,
-                    expected_bytes(base->width, base->height, 1, level, usage->second.format));
+        check_level(level, blocks.size, expected_bytes(base->width, base->height, 1, level, usage.format));
     }
     check_description(texture, "2d", report.levels);
     if (texture.flip) throw std::runtime_error("is a .basis file, which is not flipped when it is loaded");

@@ -34,8 +34,9 @@ bool has_errors(const std::vector<XMLProblem>& problems) {
 
 void print_problems(std::ostream& out, const std::vector<XMLProblem>& problems) {
     for (const XMLProblem& problem : problems) {
-        out << printable(problem.path) << ':' << problem.line << ':' << problem.column << ": "
-            << name_of(problem.severity) << ": " << printable(problem.message) << '\n';
+        out << printable(problem.path);
+        if (problem.line > 0) out << ':' << problem.line << ':' << problem.column;
+        out << ": " << name_of(problem.severity) << ": " << printable(problem.message) << '\n';
     }
 }
 

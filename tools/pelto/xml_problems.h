@@ -24,7 +24,7 @@ XMLProblem make_problem(Severity severity, const OXASAXParseException& exception
 
 bool has_errors(const std::vector<XMLProblem>& problems);
 
-/// A line each: "path:line:column: severity: message".
+/// A line each: "path:line:column: severity: message", without line and column where there is no place.
 void print_problems(std::ostream& out, const std::vector<XMLProblem>& problems);
 
 nlohmann::ordered_json json_of(const std::vector<XMLProblem>& problems);
