@@ -7,7 +7,7 @@
 
 #include "dds_sample.h"
 #include "paired.h"
-#include "png_writer.h"
+#include "output/png_writer.h"
 #include "support/png_picture.h"
 
 namespace {

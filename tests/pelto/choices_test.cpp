@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The word that was probably meant.
-#include "choices.h"
+#include "arguments/choices.h"
 
 #include <gtest/gtest.h>
 

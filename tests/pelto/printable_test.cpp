@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What of a text of unknown origin reaches a terminal.
-#include "printable.h"
+#include "output/printable.h"
 
 #include <cstdint>
 #include <gtest/gtest.h>

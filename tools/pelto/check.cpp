@@ -1,5 +1,3 @@
-#include "check.h"
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <atomic>
@@ -15,10 +13,11 @@
 #include <vTextureInfo.h>
 #include <vector>
 
-#include "argument_checks.h"
-#include "print_json.h"
-#include "printable.h"
-#include "progress.h"
+#include "arguments/argument_checks.h"
+#include "output/print_json.h"
+#include "output/printable.h"
+#include "output/progress.h"
+#include "subcommands.h"
 #include "texture/texture_json.h"
 #include "texture/texture_words.h"
 

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "help.h"
-
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
 #include <string>
 
-#include "usage_error.h"
+#include "arguments/usage_error.h"
+#include "subcommands.h"
 
 namespace {
 

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "inspect.h"
-
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
@@ -10,10 +8,11 @@
 #include <vTextureInfo.h>
 #include <vector>
 
-#include "complain.h"
-#include "print_json.h"
-#include "printable.h"
-#include "table.h"
+#include "output/complain.h"
+#include "output/print_json.h"
+#include "output/printable.h"
+#include "output/table.h"
+#include "subcommands.h"
 #include "texture/texture_json.h"
 #include "texture/texture_words.h"
 

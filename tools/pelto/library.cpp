@@ -1,5 +1,3 @@
-#include "library.h"
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdint>
@@ -12,16 +10,17 @@
 #include <utility>
 #include <vector>
 
-#include "complain.h"
-#include "contact_sheet.h"
-#include "library_document.h"
-#include "library_report.h"
+#include "output/complain.h"
 #include "output/output_path.h"
-#include "print_json.h"
-#include "printable.h"
-#include "progress.h"
-#include "table.h"
-#include "xml_problems.h"
+#include "output/print_json.h"
+#include "output/printable.h"
+#include "output/progress.h"
+#include "output/table.h"
+#include "sheet/contact_sheet.h"
+#include "subcommands.h"
+#include "xml/library_document.h"
+#include "xml/library_report.h"
+#include "xml/xml_problems.h"
 
 namespace {
 

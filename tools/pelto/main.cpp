@@ -3,19 +3,11 @@
 #include <exception>
 #include <iostream>
 
-#include "check.h"
+#include "arguments/usage_error.h"
 #include "exit_status.h"
-#include "help.h"
-#include "inspect.h"
-#include "library.h"
-#include "outline.h"
+#include "output/printable.h"
 #include "output/whole_file.h"
-#include "printable.h"
-#include "sheet.h"
-#include "size.h"
-#include "transcode.h"
-#include "usage_error.h"
-#include "validate.h"
+#include "subcommands.h"
 
 namespace {
 

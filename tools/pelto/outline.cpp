@@ -1,5 +1,3 @@
-#include "outline.h"
-
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
@@ -9,13 +7,14 @@
 #include <vSAXReader.h>
 #include <vector>
 
-#include "complain.h"
-#include "file_start.h"
-#include "outline_handler.h"
-#include "print_json.h"
-#include "printable.h"
-#include "table.h"
-#include "xml_problems.h"
+#include "output/complain.h"
+#include "output/print_json.h"
+#include "output/printable.h"
+#include "output/table.h"
+#include "subcommands.h"
+#include "texture/file_start.h"
+#include "xml/outline_handler.h"
+#include "xml/xml_problems.h"
 
 namespace {
 

@@ -1,5 +1,3 @@
-#include "sheet.h"
-
 #include <CLI/CLI.hpp>
 #include <cstdint>
 #include <memory>
@@ -7,12 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "argument_checks.h"
-#include "complain.h"
-#include "contact_sheet.h"
+#include "arguments/argument_checks.h"
+#include "output/complain.h"
 #include "output/output_path.h"
-#include "print_json.h"
-#include "texture_check.h"
+#include "output/print_json.h"
+#include "sheet/contact_sheet.h"
+#include "subcommands.h"
+#include "texture/texture_check.h"
 
 namespace {
 

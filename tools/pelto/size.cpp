@@ -1,5 +1,3 @@
-#include "size.h"
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdint>
@@ -11,10 +9,11 @@
 #include <vTextureUtils.h>
 #include <vector>
 
-#include "argument_checks.h"
-#include "format_names.h"
-#include "print_json.h"
-#include "table.h"
+#include "arguments/argument_checks.h"
+#include "output/print_json.h"
+#include "output/table.h"
+#include "subcommands.h"
+#include "texture/format_names.h"
 
 namespace {
 

@@ -1,5 +1,3 @@
-#include "transcode.h"
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
@@ -14,16 +12,17 @@
 #include <utility>
 #include <vector>
 
-#include "argument_checks.h"
-#include "basis_blocks.h"
-#include "basis_usage.h"
-#include "choices.h"
-#include "complain.h"
-#include "dds_writer.h"
+#include "arguments/argument_checks.h"
+#include "arguments/choices.h"
+#include "output/complain.h"
 #include "output/output_path.h"
+#include "output/print_json.h"
+#include "output/progress.h"
 #include "output/whole_file.h"
-#include "print_json.h"
-#include "progress.h"
+#include "subcommands.h"
+#include "texture/basis_blocks.h"
+#include "texture/basis_usage.h"
+#include "texture/dds_writer.h"
 
 namespace {
 

@@ -1,5 +1,3 @@
-#include "validate.h"
-
 #include <CLI/CLI.hpp>
 #include <iostream>
 #include <memory>
@@ -9,11 +7,12 @@
 #include <vSAXReader.h>
 #include <vector>
 
-#include "complain.h"
-#include "file_start.h"
-#include "print_json.h"
-#include "printable.h"
-#include "xml_problems.h"
+#include "output/complain.h"
+#include "output/print_json.h"
+#include "output/printable.h"
+#include "subcommands.h"
+#include "texture/file_start.h"
+#include "xml/xml_problems.h"
 
 namespace {
 

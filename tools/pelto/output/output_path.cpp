@@ -7,7 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "printable.h"
+#include "output/printable.h"
 
 namespace {
 

@@ -15,7 +15,7 @@
 #include <utility>
 
 #include "output/output_path.h"
-#include "printable.h"
+#include "output/printable.h"
 
 namespace {
 

@@ -1,0 +1,50 @@
+// Contact sheets of texture files, for every subcommand that makes one.
+#ifndef PELTO_TOOL_SHEET_CONTACT_SHEET_H
+#define PELTO_TOOL_SHEET_CONTACT_SHEET_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "sheet/canvas.h"
+#include "sheet/sheet_file.h"
+
+/// A DDS or .basis file, what its card on the sheet is called, in UTF-8, and what the card shows of it.
+struct SheetEntry {
+    std::string path;
+    std::string title;
+    SheetChoice choice;
+};
+
+/// An image on the sheet: one pixel of the sheet for each of its own, where `place` says.
+struct PlacedImage {
+    std::string path;
+    std::uint32_t face = 0;
+    std::uint32_t level = 0;
+    std::uint32_t slice = 0;
+    Rectangle place;
+};
+
+/// What there is to say of a file, in words for a person.
+struct SheetRemark {
+    std::string path;
+    std::string text;
+};
+
+struct SheetReport {
+    std::int64_t width = 0;  // pixels; 0 where no file could be shown, and no sheet was written
+    std::int64_t height = 0;
+    std::vector<PlacedImage> images;    // file after file, each by face, slice and level
+    std::vector<SheetRemark> warnings;  // of files that are shown
+    std::vector<SheetRemark> errors;    // of files that are not
+};
+
+/// Draws the chosen images of the files, a card for each file in the given order, into a PNG file, which
+/// appears when it is complete; a file of that name is replaced. Light (BC6H and float formats) is multiplied
+/// by 2 to the power of `exposure`. A file that cannot be shown does not keep the others from the sheet.
+/// Throws std::runtime_error, which says why, where there is no OpenGL to draw with, the sheet would be too
+/// large, or the PNG file cannot be written.
+SheetReport make_contact_sheet(const std::vector<SheetEntry>& entries, double exposure,
+                               const std::string& output);
+
+#endif

@@ -1,0 +1,26 @@
+// What a sheet can show, checked before memory is taken for it.
+#ifndef PELTO_TOOL_SHEET_SHEET_LIMITS_H
+#define PELTO_TOOL_SHEET_SHEET_LIMITS_H
+
+#include <cstdint>
+#include <optional>
+
+/// Counts what a file promises. Each operation throws std::runtime_error where a sheet cannot show it.
+class SheetLimits {
+public:
+    /// `max_extent`: pixels across and down an image.
+    explicit SheetLimits(int max_extent) : max_extent_(max_extent) {}
+
+    void add_images(std::uint64_t count);
+    void add_pixels(std::int64_t width, std::int64_t height, std::uint64_t images);
+
+private:
+    int max_extent_;
+    std::uint64_t images_ = 0;
+    std::uint64_t pixels_ = 0;
+};
+
+/// Throws std::runtime_error where there is no such face or level.
+void check_choice(const char* what, std::optional<std::uint32_t> chosen, std::uint32_t count);
+
+#endif

@@ -1,0 +1,31 @@
+// The blocks that a .basis file becomes, by the names that people give them.
+#ifndef PELTO_TOOL_TEXTURE_BASIS_USAGE_H
+#define PELTO_TOOL_TEXTURE_BASIS_USAGE_H
+
+#include <map>
+#include <string>
+#include <vBasisImage.h>
+#include <vDDSImage.h>
+#include <vTextureUtils.h>
+#include <vector>
+
+struct BasisUsage {
+    TOZ::EUsageFormat usage;
+    const char* four_cc;          // of a DDS file of such blocks
+    vTextureFormat::Type format;  // that a renderer stores them in
+    TOZ::SUPPORTED_FORMAT::Type dds_format;
+};
+
+inline const std::map<std::string, BasisUsage> kBasisUsages = {
+    {"bc1", {TOZ::eUsageFormatBC1, "DXT1", vTextureFormat::FORMAT_51, TOZ::SUPPORTED_FORMAT::DXT1}},
+    {"bc3", {TOZ::eUsageFormatBC3, "DXT5", vTextureFormat::FORMAT_55, TOZ::SUPPORTED_FORMAT::DXT5}},
+    {"bc4", {TOZ::eUsageFormatBC4, "BC4U", vTextureFormat::FORMAT_57, TOZ::SUPPORTED_FORMAT::BC4U}},
+    {"bc5", {TOZ::eUsageFormatBC5, "BC5U", vTextureFormat::FORMAT_59, TOZ::SUPPORTED_FORMAT::BC5U}}};
+
+inline std::vector<std::string> usage_names() {
+    std::vector<std::string> names;
+    for (const auto& [name, usage] : kBasisUsages) names.push_back(name);
+    return names;
+}
+
+#endif
