@@ -48,6 +48,14 @@ TEST_F(XmlExternalFiles, OneLetterBeforeAColonIsADriveAndNoScheme) {
     EXPECT_NE(parser.fatal_error().message.find("only local files are read"), std::string::npos);
 }
 
+TEST_F(XmlExternalFiles, APercentSignWithoutTwoDigitsIsPartOfTheName) {
+    for (const std::string name : {"%2g.dtd", "%g2.dtd", "dtd%2", "dtd%"}) {
+        folder.write("inside/" + name, kDtd);
+        EXPECT_EQ(parse("<!DOCTYPE a SYSTEM '" + name + "'><a><b/></a>"), S_OK) << parser.said();
+        EXPECT_EQ(parser.events().at(3), "<b b c=default>") << name;
+    }
+}
+
 TEST_F(XmlExternalFiles, ADocumentNamedByARelativePathFindsItsDtd) {
     folder.write("inside/a.dtd", kDtd);
     folder.write("inside/document.xml", "<!DOCTYPE a SYSTEM 'a.dtd'><a><b/></a>");

@@ -216,6 +216,18 @@ TEST_F(XmlSchema, IncludesAThousandFilesAtMost) {
     }
 }
 
+TEST_F(XmlSchema, MayHaveADtdBesideIt) {
+    folder.write("k.dtd", "<!ATTLIST xs:element id ID #IMPLIED>");
+    EXPECT_EQ(load("k",
+                   "<!DOCTYPE xs:schema SYSTEM 'k.dtd'><xs:schema "
+                   "xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:element name='a'/></xs:schema>"),
+              S_OK)
+        << parser.said();
+    EXPECT_TRUE(parser.problems().empty()) << parser.said();
+    EXPECT_TRUE(is_valid("<a/>"));
+    EXPECT_FALSE(is_valid("<b/>"));
+}
+
 TEST_F(XmlSchema, AnIncludeOutsideTheFolderIsRefused) {
     std::filesystem::create_directory(folder.path("inside"));
     folder.write("types.xsd",
