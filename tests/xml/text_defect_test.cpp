@@ -182,6 +182,20 @@ TEST(XmlDefects, InADeclarationHaveTheirPlace) {
     EXPECT_EQ(parser.parse_text("<?xml-stylesheet h\xc3\xa9?><a/>"), S_OK) << parser.said();
 }
 
+TEST(XmlDefects, AnXmlDeclarationIsShorterThan4096Bytes) {
+    const support::TemporaryFolder folder;
+    Parser parser;
+    const auto parse = [&](std::size_t length) {
+        const std::string begin = "<?xml version='1.0'";
+        const std::string end = "?>";
+        const std::string spaces(length - begin.size() - end.size(), ' ');
+        return parser.parse_file(folder.write("a.xml", begin + spaces + end + "<a/>"));
+    };
+    EXPECT_EQ(parse(4095), S_OK) << parser.said();
+    EXPECT_EQ(parse(4097), E_FAIL);
+    EXPECT_EQ(parser.fatal_error().message, "the XML declaration is too long");
+}
+
 TEST(XmlDefects, ACharacterAcrossAnyBoundaryOfReadsIsWhole) {
     // Reads have a size that this test does not know: characters of every length lie at every place of three
     // neighbouring bytes over more than it.
