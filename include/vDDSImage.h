@@ -305,6 +305,9 @@ public:
 
 private:
     bool _load(const char* bytes, std::size_t available, bool flipImage, bool headerOnly);
+    static vDDSTexture _outline(int width, int height, int depth, int extraLevels);
+    template <class Reader>
+    vDDSTexture _read_face(Reader& reader, int width, int height, int depth, int extraLevels) const;
 
     std::size_t size_rgb(int width, int height) const;
     std::size_t size_dxtc(int width, int height) const;

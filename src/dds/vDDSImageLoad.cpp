@@ -178,51 +178,55 @@ bool vDDSImage::_load(const char* bytes, std::size_t available, bool flipImage, 
     bitsPerComponent = layout->bits_per_component;
     compressed = layout->compressed;
 
-    const int baseWidth = static_cast<int>(header.width);
-    const int baseHeight = static_cast<int>(header.height);
-    const int baseDepth = clamp_size(static_cast<int>(header.depth));
+    const int width = static_cast<int>(header.width);
+    const int height = static_cast<int>(header.height);
+    const int depth = clamp_size(static_cast<int>(header.depth));
     const int extraLevels = header.mipMapCount == 0 ? 0 : static_cast<int>(header.mipMapCount - 1);
-
     if (headerOnly) {
-        vDDSTexture outline(baseWidth, baseHeight, baseDepth, 1);
-        if (extraLevels > 0) outline.mipmaps.reserve(static_cast<std::size_t>(extraLevels));
-        for (int level = 0; level < extraLevels; ++level) outline.mipmaps.emplace_back(1, 1, baseDepth, 1);
-        textures.push_back(std::move(outline));
+        textures.push_back(_outline(width, height, depth, extraLevels));
         return true;
     }
-
-    const auto level_size = [this](int width, int height, int depth) {
-        const std::size_t slice = !compressed                                  ? size_rgb(width, height)
-                                  : format == BC6H_SF16 || format == BC6H_UF16 ? size_bc6h(width, height)
-                                                                               : size_dxtc(width, height);
-        return slice * static_cast<std::size_t>(depth);
-    };
     LevelReader reader(file, *layout, channel_reorder(header.pixelFormat, *layout), flipImage);
     const int faces = cubemap ? kCubeFaces : 1;
     textures.reserve(static_cast<std::size_t>(faces));
     for (int face = 0; face < faces; ++face) {
-        int width = baseWidth;
-        int height = baseHeight;
-        int depth = baseDepth;
-        vDDSTexture texture(width, height, depth, level_size(width, height, depth));
-        reader.read(texture);
-        if (extraLevels > 0) texture.mipmaps.reserve(static_cast<std::size_t>(extraLevels));
-        for (int i = 0; i < extraLevels; ++i) {
-            width = clamp_size(width >> 1);
-            height = clamp_size(height >> 1);
-            depth = clamp_size(depth >> 1);
-            vDDSSurface level(width, height, depth, level_size(width, height, depth));
-            reader.read(level);
-            texture.mipmaps.push_back(std::move(level));
-        }
-        textures.push_back(std::move(texture));
+        textures.push_back(_read_face(reader, width, height, depth, extraLevels));
     }
-
     // Upside down, up is down: the +Y and -Y faces change places, except where nothing was flipped.
     if (cubemap && flipImage && format != BC6H_SF16 && format != BC6H_UF16)
         std::swap(textures[2], textures[3]);
     valid = true;
     return true;
+}
+
+// Levels without pixels, all but the first of one pixel.
+vDDSTexture vDDSImage::_outline(int width, int height, int depth, int extraLevels) {
+    vDDSTexture outline(width, height, depth, 1);
+    if (extraLevels > 0) outline.mipmaps.reserve(static_cast<std::size_t>(extraLevels));
+    for (int level = 0; level < extraLevels; ++level) outline.mipmaps.emplace_back(1, 1, depth, 1);
+    return outline;
+}
+
+template <class Reader>
+vDDSTexture vDDSImage::_read_face(Reader& reader, int width, int height, int depth, int extraLevels) const {
+    const auto level_size = [&] {
+        const std::size_t slice = !compressed                                  ? size_rgb(width, height)
+                                  : format == BC6H_SF16 || format == BC6H_UF16 ? size_bc6h(width, height)
+                                                                               : size_dxtc(width, height);
+        return slice * static_cast<std::size_t>(depth);
+    };
+    vDDSTexture texture(width, height, depth, level_size());
+    reader.read(texture);
+    if (extraLevels > 0) texture.mipmaps.reserve(static_cast<std::size_t>(extraLevels));
+    for (int i = 0; i < extraLevels; ++i) {
+        width = clamp_size(width >> 1);
+        height = clamp_size(height >> 1);
+        depth = clamp_size(depth >> 1);
+        vDDSSurface level(width, height, depth, level_size());
+        reader.read(level);
+        texture.mipmaps.push_back(std::move(level));
+    }
+    return texture;
 }
 
 // The products below are those of the header's 32-bit numbers with the given widths; absurd extents wrap

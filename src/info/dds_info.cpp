@@ -11,6 +11,7 @@
 #include "info/check_words.h"
 #include "info/dds_headers.h"
 #include "info/dds_table.h"
+#include "info/level_extent.h"
 #include "info/other_kinds.h"
 #include "vTextureInfo.h"
 
@@ -195,8 +196,9 @@ void vTextureInfo::_DescribeDDS(const ByteSource& source, const vTextureLimits& 
 void vTextureInfo::_LayOutChain(std::uint64_t data, bool rowsArePadded) {
     _spans.clear();
     std::uint64_t chain = 0;
-    std::uint32_t w = width, h = height, d = depth;
-    for (std::uint32_t level = 0; level < levels; ++level) {
+    LevelExtent extent = {width, height, depth};
+    for (std::uint32_t level = 0; level < levels; ++level, extent = extent.next()) {
+        const auto [w, h, d] = extent;
         LevelSpan span{};
         span.width = w;
         span.height = h;
@@ -207,9 +209,6 @@ void vTextureInfo::_LayOutChain(std::uint64_t data, bool rowsArePadded) {
         span.offset = sum(data, chain);
         chain = sum(chain, span.bytes);
         _spans.push_back(span);
-        w = std::max(w / 2, 1u);
-        h = std::max(h / 2, 1u);
-        d = std::max(d / 2, 1u);
     }
     for (LevelSpan& span : _spans) span.stride = chain;
     bytes = product(chain, std::uint64_t{layers} * faces);

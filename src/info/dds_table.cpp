@@ -12,6 +12,7 @@
 #include "dds/pixel_layout.h"
 #include "info/check_words.h"
 #include "info/dds_headers.h"
+#include "info/level_extent.h"
 
 namespace pelto::info {
 
@@ -66,16 +67,12 @@ std::vector<vDDSLevel> levels_of(const DDSHeaders& headers, const PixelLayout& l
     levels.reserve(static_cast<std::size_t>(faces) * count);
     std::uint64_t offset = headers.loader_data;
     for (int face = 0; face < faces; ++face) {
-        std::uint32_t width = header.width;
-        std::uint32_t height = header.height;
-        std::uint32_t depth = depth_of(header);
-        for (std::uint32_t i = 0; i < count; ++i) {
+        LevelExtent extent = {header.width, header.height, depth_of(header)};
+        for (std::uint32_t i = 0; i < count; ++i, extent = extent.next()) {
+            const auto [width, height, depth] = extent;
             const std::uint64_t bytes = product(slice_bytes(layout, width, height), depth);
             levels.push_back({offset, bytes, width, height, depth, nullptr});
             offset = sum(offset, bytes);
-            width = std::max(width / 2, 1u);
-            height = std::max(height / 2, 1u);
-            depth = std::max(depth / 2, 1u);
         }
     }
     return levels;

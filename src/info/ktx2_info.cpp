@@ -2,11 +2,13 @@
 // What a KTX2 file is: the header, the index of levels, and the data format descriptor tell all of it.
 #include <algorithm>
 #include <climits>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "info/byte_source.h"
 #include "info/check_words.h"
+#include "info/level_extent.h"
 #include "info/other_kinds.h"
 #include "vTextureInfo.h"
 
@@ -71,11 +73,7 @@ constexpr std::uint64_t kUASTCHDR6x6 = 168;
 constexpr std::uint64_t kXUASTC = 169;
 constexpr std::uint64_t kVkASTC6x6Float = 1000066004;
 
-// Of the global data: a descriptor an image.
-constexpr std::size_t kETC1SGlobalHeader = 20;
-constexpr std::size_t kETC1SImage = 20;
-constexpr std::size_t kSliceImage = 8;
-
+constexpr std::uint32_t kCubeFaces = 6;
 constexpr std::uint64_t kMostLevels = 32;
 constexpr std::uint64_t kMostLayers = 65'536;
 
@@ -110,6 +108,12 @@ Bytes read(const ByteSource& source, std::uint64_t offset, std::uint64_t length)
 Result malformed(Field field, const std::string& what) {
     return failure(vTextureCheck::eMalformedTable, field.offset,
                    what + ", says byte " + to_string(field.offset));
+}
+
+Result unknown(const Bytes& header, Field field, const char* what) {
+    return failure(vTextureCheck::eUnsupportedFormat, field.offset,
+                   std::string("the ").append(what) + " " + to_string(header.number(field)) + " at byte " +
+                       to_string(field.offset) + " is not known");
 }
 
 struct Codec {
@@ -156,6 +160,55 @@ bool codec_has_alpha(const Bytes& descriptor) {
     return false;
 }
 
+// What the header says beyond sense.
+std::optional<Result> header_fault(const Bytes& header, const vTextureLimits& limits) {
+    if (header.number(kScheme) > kBasis) return unknown(header, kScheme, "supercompression scheme");
+    if (header.number(kLevels) > kMostLevels) {
+        return failure(vTextureCheck::eAbsurdSize, kLevels.offset,
+                       "has more than " + to_string(kMostLevels) + " levels");
+    }
+    if (header.number(kLayers) > kMostLayers) {
+        return failure(vTextureCheck::eAbsurdSize, kLayers.offset,
+                       "has more than " + to_string(kMostLayers) + " layers");
+    }
+    const std::uint64_t faces = header.number(kFaces);
+    if (faces != 1 && faces != kCubeFaces) {
+        return malformed(kFaces, "it has " + to_string(faces) + " faces instead of 1 or 6");
+    }
+    const struct {
+        const char* name;
+        Field field;
+        std::uint32_t least;  // images of fewer dimensions have a height or depth of 0
+    } extents[] = {{"width", kWidth, 1}, {"height", kHeight, 0}, {"depth", kDepth, 0}};
+    const std::uint32_t limit = std::min<std::uint32_t>(limits.maxExtent, INT_MAX);
+    for (const auto& extent : extents) {
+        const std::uint32_t pixels = header.number32(extent.field);
+        if (pixels < extent.least || pixels > limit) {
+            return absurd_extent(extent.name, pixels, extent.field.offset, limit);
+        }
+    }
+    return std::nullopt;
+}
+
+// Bytes of a level's image as the format or codec has them; 0 where the codec packs its blocks.
+struct ImageBytes {
+    std::uint64_t row;
+    std::uint64_t all;
+};
+
+ImageBytes image_bytes(const vPixelFormat& pixels, const Codec& codec, const LevelExtent& extent) {
+    if (pixels.blockBytes != 0) {
+        return {pixels.RowBytes(extent.width),
+                product(pixels.SliceBytes(extent.width, extent.height), extent.depth)};
+    }
+    if (!codec.stores_blocks) return {0, 0};
+    constexpr std::uint64_t kBlockBytes = 16;
+    const std::uint64_t row =
+        (std::uint64_t{extent.width} + codec.block_width - 1) / codec.block_width * kBlockBytes;
+    const std::uint64_t rows = (std::uint64_t{extent.height} + codec.block_height - 1) / codec.block_height;
+    return {row, product(product(row, rows), extent.depth)};
+}
+
 }  // namespace
 
 void vTextureInfo::_DescribeKTX2(const ByteSource& source, const vTextureLimits& limits) {
@@ -168,119 +221,71 @@ void vTextureInfo::_DescribeKTX2(const ByteSource& source, const vTextureLimits&
 }
 
 void vTextureInfo::_ReadKTX2(const ByteSource& source, const vTextureLimits& limits) {
+    const auto refuse = [&](const Result& result) { problem = result; };
     const Bytes header = read(source, 0, kHeaderEnd);
-    if (header.size() < kHeaderEnd) {
-        problem = source.size < kKTX2Magic.size() || header.size() >= kKTX2Magic.size()
-                      ? cut_short("its header", kHeaderEnd, header.size())
-                      : other_kind(source.start(kStartSize), "a KTX2 file", kKTX2Magic);
-        return;
-    }
-    const auto unsupported = [&](Field field, const std::string& what) {
-        problem = failure(vTextureCheck::eUnsupportedFormat, field.offset,
-                          "the " + what + " " + to_string(header.number(field)) + " at byte " +
-                              to_string(field.offset) + " is not known");
-    };
-    const std::uint64_t scheme = header.number(kScheme);
-    if (scheme > kBasis) return unsupported(kScheme, "supercompression scheme");
-    const std::uint64_t level_count = std::max<std::uint64_t>(header.number(kLevels), 1);
-    const std::uint64_t layer_count = std::max<std::uint64_t>(header.number(kLayers), 1);
-    const std::uint64_t face_count = header.number(kFaces);
-    if (level_count > kMostLevels) {
-        problem = failure(vTextureCheck::eAbsurdSize, kLevels.offset,
-                          "has more than " + to_string(kMostLevels) + " levels");
-        return;
-    }
-    if (layer_count > kMostLayers) {
-        problem = failure(vTextureCheck::eAbsurdSize, kLayers.offset,
-                          "has more than " + to_string(kMostLayers) + " layers");
-        return;
-    }
-    if (face_count != 1 && face_count != 6) {
-        problem = malformed(kFaces, "it has " + to_string(face_count) + " faces instead of 1 or 6");
-        return;
-    }
-    const std::uint64_t limit = std::min<std::uint64_t>(limits.maxExtent, INT_MAX);
-    const auto absurd = [&](const char* what, Field field, bool may_be_zero) {
-        const std::uint64_t pixels = header.number(field);
-        if (pixels <= limit && (pixels > 0 || may_be_zero)) return false;
-        problem = absurd_extent(what, static_cast<std::uint32_t>(pixels), field.offset,
-                                static_cast<std::uint32_t>(limit));
-        return true;
-    };
-    if (absurd("width", kWidth, false) || absurd("height", kHeight, true) || absurd("depth", kDepth, true))
-        return;
-
-    const std::uint64_t index_end = kHeaderEnd + level_count * kIndexEntry;
+    if (header.size() < kHeaderEnd) return refuse(cut_short("its header", kHeaderEnd, header.size()));
+    if (const auto fault = header_fault(header, limits)) return refuse(*fault);
+    levels = std::max(header.number32(kLevels), 1u);
+    const std::uint64_t index_end = kHeaderEnd + levels * kIndexEntry;
     const Bytes index = read(source, kHeaderEnd, index_end - kHeaderEnd);
     if (index.size() < index_end - kHeaderEnd) {
-        problem = cut_short("its index of levels", index_end, kHeaderEnd + index.size());
-        return;
+        return refuse(cut_short("its index of levels", index_end, kHeaderEnd + index.size()));
     }
     const Bytes descriptor = read(source, header.number(kDescriptorOffset),
                                   std::min<std::uint64_t>(header.number(kDescriptorLength), kDescriptorMost));
 
-    const std::uint32_t vk_format = header.number32(kVkFormat);
     const Codec codec = codec_of(header, descriptor);
     if (!codec.name.empty()) {
         format = codec.name;
         hasAlpha = codec_has_alpha(descriptor);
-    } else if (const vPixelFormat* const found = vTextureFormats::FindVulkan(vk_format)) {
+    } else if (const vPixelFormat* const found = vTextureFormats::FindVulkan(header.number32(kVkFormat))) {
         pixels = *found;
         format = pixels.name;
         dxgi = pixels.dxgi;
         hasAlpha = pixels.channels.Find('A') != nullptr;
     } else {
-        return unsupported(kVkFormat, "Vulkan format");
+        return refuse(unknown(header, kVkFormat, "Vulkan format"));
     }
     srgb = descriptor.number(kTransfer) == kTransferSRGB || pixels.srgb;
     if (hasAlpha) {
-        alphaMode = (descriptor.number(kDescriptorFlags) & kAlphaIsPremultiplied) != 0 ? eAlphaPremultiplied
-                                                                                       : eAlphaStraight;
+        const bool premultiplied = (descriptor.number(kDescriptorFlags) & kAlphaIsPremultiplied) != 0;
+        alphaMode = premultiplied ? eAlphaPremultiplied : eAlphaStraight;
     }
     dimension = header.number(kDepth) > 0 ? 3 : header.number(kHeight) > 0 ? 2 : 1;
     width = header.number32(kWidth);
     height = std::max(header.number32(kHeight), 1u);
     depth = std::max(header.number32(kDepth), 1u);
-    layers = static_cast<std::uint32_t>(layer_count);
-    faces = static_cast<std::uint32_t>(face_count);
-    faceMask = face_count == 6 ? 0x3F : 1;
-    levels = static_cast<std::uint32_t>(level_count);
+    layers = std::max(header.number32(kLayers), 1u);
+    faces = header.number32(kFaces);
+    faceMask = faces == kCubeFaces ? 0x3F : 1;
     if (codec.hdr)
         _Note(vTextureNote::eNoTargetForm, "is of an HDR codec, which has no BC1, BC3, BC4 or BC5 form");
 
-    const std::uint64_t images = layer_count * face_count;
-    const bool has_rows = pixels.blockBytes != 0 || (codec.stores_blocks && scheme != kBasis);
+    const std::uint64_t scheme = header.number(kScheme);
+    const std::uint64_t images = std::uint64_t{layers} * faces;
     std::uint64_t end =
         std::max({index_end, sum(header.number(kDescriptorOffset), header.number(kDescriptorLength)),
                   sum(header.number(kGlobalOffset), header.number(kGlobalLength))});
     _levelMajor = true;
-    for (std::uint32_t level = 0; level < levels; ++level) {
+    LevelExtent extent = {width, height, depth};
+    for (std::uint32_t level = 0; level < levels; ++level, extent = extent.next()) {
         const std::size_t entry = level * kIndexEntry;
-        LevelSpan span{};
-        span.width = std::max(width >> level, 1u);
-        span.height = std::max(height >> level, 1u);
-        span.depth = std::max(depth >> level, 1u);
-        span.offset = index.number(kLevelOffset, entry);
         const std::uint64_t stored = index.number(kLevelLength, entry);
         const std::uint64_t held = scheme == kZstandard ? index.number(kLevelUncompressed, entry) : stored;
-        const Field place = {kHeaderEnd + entry, 8};
-        if (has_rows) {
-            const vPixelFormat* const plain = pixels.blockBytes != 0 ? &pixels : nullptr;
-            constexpr std::uint64_t kBlockBytes = 16;
-            const std::uint64_t across = (span.width + codec.block_width - 1) / codec.block_width;
-            const std::uint64_t down = (span.height + codec.block_height - 1) / codec.block_height;
-            span.rowBytes = plain ? plain->RowBytes(span.width) : across * kBlockBytes;
-            const std::uint64_t slice =
-                plain ? plain->SliceBytes(span.width, span.height) : product(span.rowBytes, down);
-            span.bytes = product(slice, span.depth);
-            if (product(span.bytes, images) != held) {
-                problem = malformed(place, "level " + to_string(level) + " has " + to_string(held) +
-                                               " bytes instead of " + to_string(product(span.bytes, images)));
-                return;
-            }
-        } else {
-            span.bytes = held / images;
+        const bool packed = scheme == kBasisLZ || scheme == kBasis;
+        const ImageBytes promised = packed ? ImageBytes{0, 0} : image_bytes(pixels, codec, extent);
+        if (promised.all != 0 && product(promised.all, images) != held) {
+            return refuse(malformed({kHeaderEnd + entry, kIndexEntry},
+                                    "level " + to_string(level) + " has " + to_string(held) +
+                                        " bytes instead of " + to_string(product(promised.all, images))));
         }
+        LevelSpan span{};
+        span.width = extent.width;
+        span.height = extent.height;
+        span.depth = extent.depth;
+        span.offset = index.number(kLevelOffset, entry);
+        span.rowBytes = promised.row;
+        span.bytes = held / images;
         span.stride = scheme == kNone ? span.bytes : 0;
         span.stored = scheme == kNone ? span.bytes : stored;
         _spans.push_back(span);
@@ -288,8 +293,7 @@ void vTextureInfo::_ReadKTX2(const ByteSource& source, const vTextureLimits& lim
         end = std::max(end, sum(span.offset, stored));
     }
     if (bytes > limits.maxBytes || bytes == kUncountable) {
-        problem = too_many_bytes(bytes, kWidth.offset, limits.maxBytes);
-        return;
+        return refuse(too_many_bytes(bytes, kWidth.offset, limits.maxBytes));
     }
     _CompareLength(end);
 }

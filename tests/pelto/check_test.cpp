@@ -144,7 +144,7 @@ TEST_F(Check, NotesAGitLFSPointer) {
 
 TEST_F(Check, NamesTheFormatThatTheLoaderDoesNotTake) {
     const Bytes bytes = dds_file(dxgi_header(99).sized(4, 4), random_bytes(16, 1));
-    const std::string path = folder_.write("a.dds", {bytes.begin(), bytes.end()});
+    const std::string path = folder_.write("a.dds", std::string(bytes.begin(), bytes.end()));
     const CommandResult result = run_pelto({"check", path});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.out,
