@@ -8,7 +8,7 @@
 #include <string>
 #include <vTextureCheck.h>
 
-#include "check/every_format.h"
+#include "info/every_format.h"
 #include "support/allocation.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // A small DDS file of every format that the loader takes.
-#ifndef TESTS_CHECK_EVERY_FORMAT_H
-#define TESTS_CHECK_EVERY_FORMAT_H
+#ifndef TESTS_INFO_EVERY_FORMAT_H
+#define TESTS_INFO_EVERY_FORMAT_H
 
 #include <vector>
 

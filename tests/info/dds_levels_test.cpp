@@ -5,7 +5,7 @@
 #include <vDDSLevels.h>
 #include <vector>
 
-#include "check/every_format.h"
+#include "info/every_format.h"
 #include "support/dds_check.h"
 
 namespace {
