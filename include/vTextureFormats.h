@@ -114,7 +114,7 @@ public:
 
     /// Describes the pixels of a DDS header that has no FourCC, by its flags, bit count and masks. False,
     /// with `format` unchanged, where these name no format: none, or ones that overlap, have holes, or exceed
-    /// the pixel.
+    /// the pixel. Luminance alone or alpha alone needs no mask: it fills the pixel.
     static bool FromMasks(const TOZ::DDS_PIXELFORMAT& header, vPixelFormat& format);
 };
 

@@ -163,19 +163,51 @@ TEST(TextureFormats, OfAnyDisjointMasksAreTheirChannels) {
     } while (std::next_permutation(order, order + 4));
 }
 
-// The masks of channels that the flags do not announce are not valid.
-TEST(TextureFormats, FollowTheFlagsWhereAMaskIsNotAnnounced) {
+TEST(TextureFormats, OfOneChannelWithoutAMaskFillThePixel) {
+    const Masks lone[] = {
+        {"L8_UNORM", 0, kLuminance, 8, 0, 0, 0, 0},
+        {"L16_UNORM", 0, kLuminance, 16, 0, 0, 0, 0},
+        {"A8_UNORM", 0, kAlphaOnly, 8, 0, 0, 0, 0},
+    };
+    for (const Masks& masks : lone) {
+        vPixelFormat format{};
+        ASSERT_TRUE(from_masks(masks, format)) << masks.name;
+        EXPECT_STREQ(format.name, masks.name);
+    }
+}
+
+// Direct3D 9 has one format with a single channel of 32 bits: R32F.
+TEST(TextureFormats, OfOneMaskOf32BitsAreFloats) {
     vPixelFormat format{};
-    ASSERT_TRUE(from_masks({"", 0, kRgb, 32, 0xFF0000, 0xFF00, 0xFF, 0}, format));
-    EXPECT_STREQ(format.name, "B8G8R8X8_UNORM");
+    ASSERT_TRUE(from_masks({"", 0, kRgb, 32, 0xFFFFFFFF, 0, 0, 0}, format));
+    EXPECT_STREQ(format.name, "R32_FLOAT");
+    EXPECT_EQ(format.channels.Find('R')->kind, vPixelFormat::eFloat);
+}
+
+TEST(TextureFormats, OfAPaletteHaveNoDxgiNumber) {
+    vPixelFormat format{};
+    ASSERT_TRUE(from_masks({"", 0, kPalette, 8, 0, 0, 0, 0}, format));
+    EXPECT_EQ(format.dxgi, 0U);
+    EXPECT_EQ(format.layout, vPixelFormat::ePalette);
+}
+
+// An alpha flag without a mask announces nothing.
+TEST(TextureFormats, HaveTheAlphaThatTheirMaskNames) {
+    vPixelFormat format{};
     ASSERT_TRUE(from_masks({"", 0, kRgba, 32, 0xFF0000, 0xFF00, 0xFF, 0}, format));
     EXPECT_STREQ(format.name, "B8G8R8X8_UNORM");
+    ASSERT_TRUE(from_masks({"", 0, kRgba, 24, 0xFF0000, 0xFF00, 0xFF, 0}, format));
+    EXPECT_STREQ(format.name, "B8G8R8_UNORM");
 }
 
 TEST(TextureFormats, AreNoneOfMasksThatNameNone) {
     const Masks none[] = {
         {"no masks", 0, kRgb, 32, 0, 0, 0, 0},
-        {"no masks, luminance", 0, kLuminance, 16, 0, 0, 0, 0},
+        {"no masks, luminance and alpha", 0, kLuminanceAlpha, 16, 0, 0, 0, 0},
+        {"FourCC", 0, 0x44, 32, 0xFF0000, 0xFF00, 0xFF, 0},
+        {"YUV", 0, 0x200, 32, 0xFF0000, 0xFF00, 0xFF, 0},
+        {"palette of 4 bits", 0, 0x8, 8, 0, 0, 0, 0},
+        {"palette of 24 bits", 0, kPalette, 24, 0, 0, 0, 0},
         {"overlap", 0, kRgb, 16, 0xF800, 0xFE0, 0x1F, 0},
         {"equal", 0, kRgb, 16, 0xFF, 0xFF, 0xFF00, 0},
         {"alpha over red", 0, kRgba, 16, 0xFF, 0xFF00, 0, 0x80},
