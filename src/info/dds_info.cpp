@@ -81,8 +81,12 @@ bool masks_are_kept(const TOZ::DDS_PIXELFORMAT& record, const Format& format,
     return colours && (loaded == TOZ::SUPPORTED_FORMAT::RGB8 || whole(record.dwABitMask));
 }
 
-bool has_colour_masks(const TOZ::DDS_PIXELFORMAT& record) {
-    return record.dwRBitMask != 0 && record.dwGBitMask != 0 && record.dwBBitMask != 0;
+// vDDSImage reorders pixels where all colours have masks; these may name the bytes as they lie.
+bool masks_move_bytes(const TOZ::DDS_PIXELFORMAT& record, bool has_alpha) {
+    if (record.dwRBitMask == 0 || record.dwGBitMask == 0 || record.dwBBitMask == 0) return false;
+    const bool colours_lie_so =
+        record.dwRBitMask == 0xFF && record.dwGBitMask == 0xFF00 && record.dwBBitMask == 0xFF0000;
+    return !colours_lie_so || (has_alpha && record.dwABitMask != 0xFF000000);
 }
 
 std::string face_names(std::uint32_t mask) {
@@ -256,7 +260,8 @@ void vTextureInfo::_NoteHabitsOfTheLoader(const DDSHeaders& headers, int loaded)
     }
     const bool floats = loaded == TOZ::SUPPORTED_FORMAT::RGBA16F || loaded == TOZ::SUPPORTED_FORMAT::RGB32F ||
                         loaded == TOZ::SUPPORTED_FORMAT::RGBA32F;
-    if (headers.has_fourcc() && floats && has_colour_masks(record)) {
+    const bool three = loaded == TOZ::SUPPORTED_FORMAT::RGB32F;
+    if (headers.has_fourcc() && floats && masks_move_bytes(record, !three)) {
         _Note(vTextureNote::eFloatWithMasks,
               "its header has channel masks, which vDDSImage applies to its floats");
     }
