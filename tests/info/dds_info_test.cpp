@@ -91,6 +91,7 @@ void expect_as_modelled(const Pixels& pixels, const FileHeader& header, const By
     expect_first_missing(info, expected);
     const plain::Image loaded = plain::load(header_bytes(header), false, true);
     ASSERT_EQ(info.loaderFormat, loaded.loaded ? loaded.format : -1);
+    ASSERT_EQ(info.loads, loaded.loaded && file.size() >= plain::file_size(header_bytes(header)));
     ASSERT_EQ(info.loads, Check::CheckDDSBuffer(file.data(), file.size()).ok());
     ASSERT_TRUE(info.loads || !info.faithful);
     expect_consistent(info);
