@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Every pixel format that a DDS file can hold, as compile-time data: one line a format.
+// Every pixel format that a DDS file can hold, and more of KTX2 files, as compile-time data: one line a format.
 //
-// The table names the DXGI formats (published in Microsoft's DXGI_FORMAT reference) and the formats that only
+// The table names the DXGI formats (published in Microsoft's DXGI_FORMAT reference), the formats that only
 // the older header of a DDS file can express, by FourCC, by Direct3D 9 format number or by channel masks
-// (published in "Programming Guide for DDS" and the D3DFORMAT reference). A name lists the channels from the
+// (published in "Programming Guide for DDS" and the D3DFORMAT reference), and sRGB ones of KTX2 files. A name lists the channels from the
 // lowest bit of a pixel up, the pixel being a little-endian number.
 //
 // Hostile data: every lookup takes any number. Errors: a null pointer where there is no such format.
@@ -346,6 +346,10 @@ inline constexpr vPixelFormat kPixelFormats[] = {
     {"R5G5_SNORM_L6_UNORM",          0,   0,     0, ePlain,       1,  1,  2, 1, false, kRefused,  channels("R5G5", eSNorm, "L6", eUNorm)},
     {"R8G8_SNORM_L8X8_UNORM",        0,   0,     0, ePlain,       1,  1,  4, 1, false, kRefused,  channels("R8G8", eSNorm, "L8X8", eUNorm)},
     {"R10G10B10_SNORM_A2_UNORM",     0,   0,     0, ePlain,       1,  1,  4, 1, false, kRefused,  channels("R10G10B10", eSNorm, "A2", eUNorm)},
+    {"R8_UNORM_SRGB",                0,  15, 0x8FBD, ePlain,       1,  1,  1, 1, true,  kRefused,  channels("R8", eUNorm)},
+    {"R8G8_UNORM_SRGB",              0,  22, 0x8FBE, ePlain,       1,  1,  2, 1, true,  kRefused,  channels("R8G8", eUNorm)},
+    {"R8G8B8_UNORM_SRGB",            0,  29, 0x8C41, ePlain,       1,  1,  3, 1, true,  kRefused,  channels("R8G8B8", eUNorm)},
+    {"B8G8R8_UNORM_SRGB",            0,  36, 0x8C41, ePlain,       1,  1,  3, 1, true,  kRefused,  channels("B8G8R8", eUNorm)},
     {"UYVY",                         0,   0,     0, eYUV,         2,  1,  4, 1, false, kRefused,  channels("U8Y8V8", eUNorm)},
 };
 

@@ -181,6 +181,8 @@ private:
     void _NoteHabitsOfTheLoader(const pelto::info::DDSHeaders& headers, int loaded);
     void _CompareLength(std::uint64_t end);
     void _Note(vTextureNote::ECode code, std::string text);
+    vTextureCheck::Result _Lacks(const vTextureLevel& lost) const;
+    std::uint64_t _ImagesStoredTogether(std::uint64_t index) const;
     vTextureLevel _Image(std::uint32_t layer, std::uint32_t facePlace, std::uint32_t level) const;
 
     bool _levelMajor = false;            // a level's images lie together, as in KTX2 files

@@ -49,6 +49,10 @@ std::optional<vTextureCheck::Result> length_fault(std::uint64_t length, const vT
                        std::to_string(limits.maxFileBytes));
 }
 
+std::string count_of(std::uint64_t number, const char* what) {
+    return std::to_string(number) + " " + what + (number == 1 ? "" : "s");
+}
+
 std::string in_quotes(std::string_view bytes) {
     constexpr char kDigits[] = "0123456789abcdef";
     std::string text = "\"";

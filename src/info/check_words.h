@@ -26,6 +26,9 @@ vTextureCheck::Result too_many_bytes(std::uint64_t bytes, std::uint64_t offset, 
 /// Of a file that is longer than its caller is ready to read.
 std::optional<vTextureCheck::Result> length_fault(std::uint64_t length, const vTextureLimits& limits);
 
+/// "1 byte", "2 bytes".
+std::string count_of(std::uint64_t number, const char* what);
+
 /// Bytes in quotes; those that are no printable ASCII characters as \xNN.
 std::string in_quotes(std::string_view bytes);
 

@@ -182,7 +182,7 @@ void vTextureInfo::_DescribeDDS(const ByteSource& source, const vTextureLimits& 
     if (loaderFormat != Format::kRefused && header.depth > 1 && header.depth <= INT_MAX && !volume) {
         _Note(vTextureNote::eDepthWithoutVolume,
               "its header gives a depth of " + to_string(header.depth) +
-                  ", though it is no volume: vDDSImage reads as many slices");
+                  " without being a volume's: vDDSImage reads that many slices");
     }
     _CompareLength(data + bytes);
     if (loaderFormat != Format::kRefused && !flip_is_exact(*this)) {
@@ -226,8 +226,9 @@ void vTextureInfo::_NoteHabitsOfTheLoader(const DDSHeaders& headers, int loaded)
     const bool loader_sees_cube = (headers.header.caps2 & pelto::dds::kCaps2Cubemap) != 0;
     const int count = std::popcount(faceMask);
     if (count < kCubeFaces && loader_sees_cube && !headers.has_extension() && !is_volume(headers)) {
-        _Note(vTextureNote::ePartialCube,
-              "is a cube map with the faces " + face_names(faceMask) + " alone, where vDDSImage expects six");
+        _Note(vTextureNote::ePartialCube, std::string("is a cube map with the ") +
+                                              (count == 1 ? "face " : "faces ") + face_names(faceMask) +
+                                              " alone, where vDDSImage expects six");
     }
     if (loaded == Format::kRefused) return;
     if (layers > 1) {

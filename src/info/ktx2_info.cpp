@@ -35,6 +35,8 @@ constexpr Field kLevels = {40, 4};
 constexpr Field kScheme = {44, 4};
 constexpr Field kDescriptorOffset = {48, 4};
 constexpr Field kDescriptorLength = {52, 4};
+constexpr Field kValuesOffset = {56, 4};
+constexpr Field kValuesLength = {60, 4};
 constexpr Field kGlobalOffset = {64, 8};
 constexpr Field kGlobalLength = {72, 8};
 constexpr std::size_t kHeaderEnd = 80;
@@ -73,6 +75,7 @@ constexpr std::uint64_t kUASTCHDR6x6 = 168;
 constexpr std::uint64_t kXUASTC = 169;
 constexpr std::uint64_t kVkASTC6x6Float = 1000066004;
 
+constexpr std::uint64_t kValuesMost = 65'536;
 constexpr std::uint32_t kCubeFaces = 6;
 constexpr std::uint64_t kMostLevels = 32;
 constexpr std::uint64_t kMostLayers = 65'536;
@@ -93,6 +96,7 @@ public:
         return value;
     }
     std::uint32_t number32(Field field) const { return static_cast<std::uint32_t>(number(field)); }
+    std::string_view all() const { return bytes_; }
 
 private:
     std::string bytes_;
@@ -158,6 +162,31 @@ bool codec_has_alpha(const Bytes& descriptor) {
         if (channel == (model == kETC1S ? kETC1SAlpha : kUASTCWithAlpha)) return true;
     }
     return false;
+}
+
+// Key/value data: entries of a length, a key, a zero and a value, padded to 4 bytes. Empty where the key is
+// not among them.
+std::string_view value_of(const Bytes& values, std::string_view key) {
+    constexpr Field kLength = {0, 4};
+    for (std::size_t at = 0; at + kLength.bytes <= values.size();) {
+        const std::uint64_t length = values.number(kLength, at);
+        at += kLength.bytes;
+        if (length > values.size() - at) break;
+        const std::string_view entry = values.all().substr(at, static_cast<std::size_t>(length));
+        if (entry.substr(0, key.size()) == key && entry.substr(key.size(), 1) == std::string_view("\0", 1)) {
+            return entry.substr(key.size() + 1);
+        }
+        at += static_cast<std::size_t>((length + 3) / 4 * 4);
+    }
+    return {};
+}
+
+// "rd": x grows to the right and y down; "ru": up.
+bool rows_lie_bottom_first(const ByteSource& source, const Bytes& header) {
+    const Bytes values = read(source, header.number(kValuesOffset),
+                              std::min<std::uint64_t>(header.number(kValuesLength), kValuesMost));
+    const std::string_view orientation = value_of(values, "KTXorientation");
+    return orientation.size() > 1 && orientation[1] == 'u';
 }
 
 // What the header says beyond sense.
@@ -234,6 +263,12 @@ void vTextureInfo::_ReadKTX2(const ByteSource& source, const vTextureLimits& lim
     const Bytes descriptor = read(source, header.number(kDescriptorOffset),
                                   std::min<std::uint64_t>(header.number(kDescriptorLength), kDescriptorMost));
 
+    const std::uint64_t descriptor_end =
+        sum(header.number(kDescriptorOffset), header.number(kDescriptorLength));
+    if (descriptor_end > source.size) {
+        return refuse(cut_short("its data format descriptor", descriptor_end, source.size));
+    }
+
     const Codec codec = codec_of(header, descriptor);
     if (!codec.name.empty()) {
         format = codec.name;
@@ -251,6 +286,7 @@ void vTextureInfo::_ReadKTX2(const ByteSource& source, const vTextureLimits& lim
         const bool premultiplied = (descriptor.number(kDescriptorFlags) & kAlphaIsPremultiplied) != 0;
         alphaMode = premultiplied ? eAlphaPremultiplied : eAlphaStraight;
     }
+    yFlipped = rows_lie_bottom_first(source, header);
     dimension = header.number(kDepth) > 0 ? 3 : header.number(kHeight) > 0 ? 2 : 1;
     width = header.number32(kWidth);
     height = std::max(header.number32(kHeight), 1u);
@@ -264,7 +300,7 @@ void vTextureInfo::_ReadKTX2(const ByteSource& source, const vTextureLimits& lim
     const std::uint64_t scheme = header.number(kScheme);
     const std::uint64_t images = std::uint64_t{layers} * faces;
     std::uint64_t end =
-        std::max({index_end, sum(header.number(kDescriptorOffset), header.number(kDescriptorLength)),
+        std::max({index_end, descriptor_end, sum(header.number(kValuesOffset), header.number(kValuesLength)),
                   sum(header.number(kGlobalOffset), header.number(kGlobalLength))});
     _levelMajor = true;
     LevelExtent extent = {width, height, depth};

@@ -40,10 +40,10 @@ constexpr Kind kKinds[] = {
     {"PVR\3"sv, "a PVR texture"},
     {"\x13\xAB\xA1\x5C"sv, "an ASTC file"},
     {"PK\3\4"sv, "a ZIP archive"},
-    {"\x1F\x8B"sv, "a file packed by gzip"},
-    {"\x28\xB5\x2F\xFD"sv, "a file packed by Zstandard"},
+    {"\x1F\x8B"sv, "a gzip file"},
+    {"\x28\xB5\x2F\xFD"sv, "a Zstandard file"},
     {"7z\xBC\xAF\x27\x1C"sv, "a 7z archive"},
-    {"\xFD\x37zXZ\0"sv, "a file packed by xz"},
+    {"\xFD\x37zXZ\0"sv, "an xz file"},
     {"%PDF"sv, "a PDF document"},
     {"glTF"sv, "a binary glTF model"},
     {"ftyp"sv, "a video or HEIF image", 4},
@@ -87,14 +87,15 @@ vTextureCheck::Result other_kind(std::string_view start, const char* wanted, std
     if (is_lfs_pointer(start)) {
         return failure(vTextureCheck::eNotThisKind, 0,
                        std::string("is a Git LFS pointer, not ").append(wanted) +
-                           ": 'git lfs pull' fetches the file that it stands for");
+                           ": run 'git lfs pull' to fetch the file itself");
     }
     if (!name.empty()) {
         return failure(vTextureCheck::eNotThisKind, 0,
                        std::string("is ").append(name).append(", not ").append(wanted));
     }
+    constexpr std::size_t kTelling = 4;
     std::string sentence = std::string("is not ").append(wanted) + ": it starts with " +
-                           in_quotes(start.substr(0, std::max(magic.size(), std::size_t{2})));
+                           in_quotes(start.substr(0, magic.empty() ? kTelling : magic.size()));
     if (!magic.empty()) sentence += " instead of " + in_quotes(magic);
     return failure(vTextureCheck::eNotThisKind, 0, std::move(sentence));
 }

@@ -12,6 +12,7 @@
 #include "info/regular_file.h"
 
 using pelto::info::ByteSource;
+using pelto::info::count_of;
 using pelto::info::sum;
 
 namespace {
@@ -104,8 +105,12 @@ vTextureInfo vTextureInfo::_Read(const ByteSource& source, const vTextureLimits&
         info.container = eBasis;
         info._DescribeBasis(source, limits, codebooks);
     } else {
-        info.problem = info.check = other_kind(start, "a texture file (DDS, .basis or KTX2)", {});
+        info.problem = info.check = other_kind(start, "a DDS, .basis or KTX2 file", {});
         if (is_lfs_pointer(start)) info._Note(vTextureNote::eLFSPointer, info.problem.sentence);
+    }
+    if (!info.Described()) {
+        info._spans.clear();
+        info._images.clear();
     }
     return info;
 }
@@ -117,24 +122,35 @@ bool vTextureInfo::HasNote(vTextureNote::ECode code) const {
 
 vTextureCheck::Result vTextureInfo::WhatIsMissing() const {
     vTextureCheck::Result result;
-    const std::uint64_t images = GetNumImages();
-    for (std::uint64_t i = 0; missingBytes > 0 && i < images; ++i) {
-        const vTextureLevel lost = GetImage(i);
-        if (lost.whole) continue;
-        std::string words = "level " + std::to_string(lost.level);
-        if (faces > 1) words += " of face " + std::to_string(lost.face);
-        if (layers > 1) words += " of layer " + std::to_string(lost.layer);
-        const std::uint64_t end = lost.offset + lost.bytes;
-        result = pelto::info::cut_short(words, end, fileBytes);
-        result.face = static_cast<int>(lost.face);
-        result.level = static_cast<int>(lost.level);
-        if (end - fileBytes < missingBytes) {
-            result.sentence += "; " + std::to_string(missingBytes) + " bytes are missing in all";
-        }
-        break;
+    if (missingBytes > 0) {
+        const std::uint64_t images = GetNumImages();
+        std::uint64_t first = 0;
+        while (first < images && GetImage(first).whole) first += _ImagesStoredTogether(first);
+        result = first < images ? _Lacks(GetImage(first))
+                                : pelto::info::cut_short("its data", sum(fileBytes, missingBytes), fileBytes);
     }
     result.missingBytes = missingBytes;
     result.totalBytes = bytes;
+    return result;
+}
+
+// All images of a packed level, of which image `index` is the first; else one.
+std::uint64_t vTextureInfo::_ImagesStoredTogether(std::uint64_t index) const {
+    const bool packed = _images.empty() && _spans[GetImage(index).level].stride == 0;
+    return packed ? std::uint64_t{layers} * faces : 1;
+}
+
+vTextureCheck::Result vTextureInfo::_Lacks(const vTextureLevel& lost) const {
+    std::string words = "level " + std::to_string(lost.level);
+    if (faces > 1) words += " of face " + std::to_string(lost.face);
+    if (layers > 1) words += " of layer " + std::to_string(lost.layer);
+    const std::uint64_t end = sum(lost.offset, _images.empty() ? _spans[lost.level].stored : lost.bytes);
+    vTextureCheck::Result result = pelto::info::cut_short(words, end, fileBytes);
+    result.face = static_cast<int>(lost.face);
+    result.level = static_cast<int>(lost.level);
+    if (end - fileBytes < missingBytes) {
+        result.sentence += "; " + std::to_string(missingBytes) + " bytes are missing in all";
+    }
     return result;
 }
 
@@ -171,7 +187,8 @@ vTextureLevel vTextureInfo::_Image(std::uint32_t layer, std::uint32_t facePlace,
     image.width = span.width;
     image.height = span.height;
     image.depth = span.depth;
-    image.offset = span.offset + (std::uint64_t{layer} * faces + facePlace) * span.stride;
+    image.offset =
+        sum(span.offset, pelto::info::product(std::uint64_t{layer} * faces + facePlace, span.stride));
     image.bytes = span.bytes;
     image.rowBytes = span.rowBytes;
     image.whole = sum(image.offset, span.stored) <= fileBytes;
@@ -184,14 +201,13 @@ void vTextureInfo::_Note(vTextureNote::ECode code, std::string text) {
 
 // What the file lacks or has too much, measured at the end of its last level.
 void vTextureInfo::_CompareLength(std::uint64_t end) {
-    using std::to_string;
     if (end > fileBytes) {
         missingBytes = end - fileBytes;
         _Note(vTextureNote::eTruncated,
-              "ends " + to_string(missingBytes) + " bytes before the end of its last level");
+              "ends " + count_of(missingBytes, "byte") + " before the end of its last level");
     } else if (end < fileBytes) {
-        _Note(vTextureNote::eLeftoverBytes, to_string(fileBytes - end) +
-                                                " bytes follow its last level, which ends at byte " +
-                                                to_string(end));
+        const std::uint64_t left = fileBytes - end;
+        _Note(vTextureNote::eLeftoverBytes, count_of(left, "byte") + (left == 1 ? " follows" : " follow") +
+                                                " its last level, which ends at byte " + std::to_string(end));
     }
 }

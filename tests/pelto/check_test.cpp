@@ -133,10 +133,9 @@ TEST_F(Check, NotesAGitLFSPointer) {
     const std::string path = folder_.write("a.dds", "version https://git-lfs.github.com/spec/v1\n");
     const CommandResult result = run_pelto({"check", path});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.out,
-              path +
-                  ": is a Git LFS pointer, not a texture file (DDS, .basis or KTX2): 'git lfs pull' "
-                  "fetches the file that it stands for\n");
+    EXPECT_EQ(result.out, path +
+                              ": is a Git LFS pointer, not a DDS, .basis or KTX2 file: run "
+                              "'git lfs pull' to fetch the file itself\n");
     const json object = json::parse(run_pelto({"check", "--json", path}).out).at(0);
     EXPECT_EQ(object.at("status"), "not-this-kind");
     EXPECT_EQ(object.at("notes").at(0).at("code"), "lfsPointer");

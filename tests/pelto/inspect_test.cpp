@@ -218,15 +218,14 @@ TEST_F(Inspect, SaysWhyAFileCannotBeDescribed) {
     EXPECT_EQ(error(folder_.path("")), "is a directory\n");
     EXPECT_EQ(error(folder_.write("empty.dds", "")), "is empty\n");
     EXPECT_EQ(error(folder_.write("few.dds", "text")),
-              "is not a texture file (DDS, .basis or KTX2): it starts with \"te\"\n");
+              "is not a DDS, .basis or KTX2 file: it starts with \"text\"\n");
     EXPECT_EQ(error(folder_.write("text.dds", "A text file, renamed.\n")),
-              "is a text file, not a texture file (DDS, .basis or KTX2)\n");
+              "is a text file, not a DDS, .basis or KTX2 file\n");
     EXPECT_EQ(error(folder_.write("png.dds", "\x89PNG\r\n\x1a\n")),
-              "is a PNG image, not a texture file (DDS, .basis or KTX2)\n");
-    EXPECT_EQ(
-        error(folder_.write("lfs.dds", "version https://git-lfs.github.com/spec/v1\n")),
-        "is a Git LFS pointer, not a texture file (DDS, .basis or KTX2): 'git lfs pull' fetches the file "
-        "that it stands for\n");
+              "is a PNG image, not a DDS, .basis or KTX2 file\n");
+    EXPECT_EQ(error(folder_.write("lfs.dds", "version https://git-lfs.github.com/spec/v1\n")),
+              "is a Git LFS pointer, not a DDS, .basis or KTX2 file: run 'git lfs pull' to fetch "
+              "the file itself\n");
     EXPECT_EQ(error(file("fourcc.dds", fourcc_header(four_cc("WHAT")), 0)),
               "the FourCC \"WHAT\" at byte 84 is not known\n");
     EXPECT_EQ(error(file("number.dds", fourcc_header(59), 0)),
