@@ -256,6 +256,10 @@ TEST(TextureFormats, AreFoundByVulkanNumber) {
         {144, "BC6H_SF16"},
         {145, "BC7_UNORM"},
         {146, "BC7_UNORM_SRGB"},
+        {15, "R8_UNORM_SRGB"},
+        {22, "R8G8_UNORM_SRGB"},
+        {29, "R8G8B8_UNORM_SRGB"},
+        {36, "B8G8R8_UNORM_SRGB"},
         {157, "ASTC_4X4_UNORM"},
         {184, "ASTC_12X12_UNORM_SRGB"},
     };

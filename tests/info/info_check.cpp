@@ -61,7 +61,9 @@ void expect_consistent(const vTextureInfo& info) {
     }
     if (count <= 1000) {
         ASSERT_EQ(sum, info.bytes);
-        ASSERT_EQ(whole, info.missingBytes == 0);
+        // A KTX2 file can lack other data.
+        ASSERT_TRUE(whole || info.missingBytes > 0);
+        ASSERT_TRUE(!whole || info.missingBytes == 0 || info.container == vTextureInfo::eKTX2);
     }
 }
 
