@@ -60,7 +60,10 @@ void expect_consistent(const vTextureInfo& info) {
         ASSERT_LE(level.bytes, info.fileBytes - level.offset);
     }
     if (count <= 1000) {
-        ASSERT_EQ(sum, info.bytes);
+        // Images of a codec without rows are parts of a level that need not be equal.
+        const bool has_rows = info.GetImage(0).rowBytes != 0;
+        ASSERT_LE(sum, info.bytes);
+        ASSERT_TRUE(sum == info.bytes || !has_rows);
         // A KTX2 file can lack other data.
         ASSERT_TRUE(whole || info.missingBytes > 0);
         ASSERT_TRUE(!whole || info.missingBytes == 0 || info.container == vTextureInfo::eKTX2);
