@@ -51,6 +51,7 @@ const vTextureCheck::Result& vDDSLevels::Map(const std::string& path, const vTex
     } else {
         _Tabulate(_mapping, _mappingSize, limits);
     }
+    if (!_data) RegularFile::unmap(std::exchange(_mapping, nullptr), _mappingSize);
     return _result;
 }
 
@@ -83,7 +84,9 @@ vDDSLevel vDDSLevels::GetLevel(int face, int level, int layer) const {
 
 void vDDSLevels::_Tabulate(const void* data, std::uint64_t size, const vTextureLimits& limits) {
     vTextureInfo info = vTextureInfo::ReadBuffer(data, size, limits);
-    if (info.container != vTextureInfo::eDDS && info.problem.status != vTextureCheck::eAbsurdSize) {
+    const bool is_beyond_limits =
+        info.container == vTextureInfo::eNoContainer && info.problem.status == vTextureCheck::eAbsurdSize;
+    if (info.container != vTextureInfo::eDDS && !is_beyond_limits) {
         const auto source = pelto::info::byte_source(data, size);
         _result = pelto::info::other_kind(source.start(pelto::info::kStartSize), "a DDS file",
                                           pelto::info::kDDSMagic);
