@@ -370,6 +370,13 @@ TEST_F(XmlSchema, NestsTwoHundredAndFiftySixDeepAtMost) {
     EXPECT_TRUE(is_valid("<a/>"));
     EXPECT_EQ(load("k", nested(257)), E_FAIL);
     EXPECT_EQ(parser.fatal_error().message, "elements are nested more than 256 deep");
+    const std::string path = folder.write("included.xsd", nested(257));
+    EXPECT_EQ(load("k",
+                   "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema'><xs:include "
+                   "schemaLocation='included.xsd'/></xs:schema>"),
+              E_FAIL);
+    EXPECT_EQ(parser.fatal_error().message, "elements are nested more than 256 deep");
+    EXPECT_EQ(parser.fatal_error().system_id, path);
 }
 
 TEST_F(XmlSchema, AHostileSchemaIsRefused) {
