@@ -19,9 +19,9 @@ namespace hn = hwy::HWY_NAMESPACE;
 // These decode as many pixels from the start as whole vectors cover, and return how many those are. They get
 // steps by value: stores to `to` cannot change those.
 
-#if HWY_TARGET == HWY_SCALAR
+#if HWY_TARGET == HWY_SCALAR || HWY_TARGET == HWY_EMU128
 
-// Without vectors all is left to the reference.
+// Without vectors all is left to the reference; emulated ones would also store to aligned addresses alone.
 std::size_t PlaceBytes(const ByteSteps&, std::size_t, const unsigned char*, unsigned char*, std::size_t) {
     return 0;
 }
