@@ -216,12 +216,14 @@ void add_library(CLI::App& app, ExitStatus& status) {
         ->option_text("OUT.png");
     add_trust(*command, options->trust);
     command->footer(
-        "The format of the document is described in docs/library.md of the project, and its schema is "
-        "installed\n"
-        "as share/PeltoKernelTools/schemas/texture-library.xsd. Files are named from the document's folder. "
-        "The check compares the bytes of every level with what\n"
-        "its format and extent take, and the file with what the document says of it. Problems are told on\n"
-        "standard error as path:line:column: severity: message; what they do not touch is still done.\n"
+        "The document's format is described in docs/library.md of the project; its schema is installed as\n"
+        "share/PeltoKernelTools/schemas/texture-library.xsd. Files are named from the document's folder. "
+        "The\n"
+        "check compares the bytes of every level with what its format and extent take, and the file with "
+        "what\n"
+        "the document says of it. Problems are told on standard error as path:line:column: severity: "
+        "message;\n"
+        "what they do not touch is still done.\n"
         "Exit status: 0 all is well, 1 there are errors, 2 wrong usage.");
     command->callback([options, &status] { status = check_library(*options); });
 }
