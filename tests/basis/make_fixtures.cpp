@@ -1,6 +1,5 @@
 // make_basis_fixtures ENCODER FOLDER: makes every fixture as FOLDER/NAME.basis with the encoder, from images
-// of its own, and keeps the encoder's own transcoding of each 2D image IIII as FOLDER/NAME_FORMAT_IIII.ktx.
-#include <cstdint>
+// of its own, and keeps its transcoding of each 2D image IIII as FOLDER/NAME_FORMAT_IIII.ktx.
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -9,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "basis/fixture_picture.h"
 #include "basis/fixtures.h"
 
 namespace {
@@ -16,22 +16,15 @@ namespace {
 using basis_fixtures::Fixture;
 namespace fs = std::filesystem;
 
-/// A TGA file: an 18-byte header, then rows of B, G, R, A from the top. Gradients, edges and some noise; the
-/// corner's alpha is never opaque, so that the smallest image keeps its alpha too.
-void write_image(const fs::path& path, int width, int height, bool alpha, int index) {
+/// A TGA file: an 18-byte header, then rows of B, G, R, A from the top.
+void write_image(const fs::path& path, const basis_fixtures::Picture& picture) {
     const auto byte = [](int value) { return static_cast<char>(value & 0xFF); };
+    const int width = picture.width;
+    const int height = picture.height;
     std::string tga = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0};
     tga += {byte(width), byte(width >> 8), byte(height), byte(height >> 8), 32, 0x28};
-    std::uint32_t noise = 12345u + static_cast<std::uint32_t>(index);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            noise = noise * 1664525u + 1013904223u;
-            const int grain = static_cast<int>(noise >> 28);
-            const int edge = ((x / 5 + y / 3 + index) & 1) * 90;
-            const int opacity = alpha ? (60 + 11 * x + 7 * y + 40 * index) % 255 : 255;
-            tga += {byte(x * 3 + grain), byte(y * 5 + edge), byte(200 - x + 20 * index), byte(opacity)};
-        }
-    }
+    for (const basis_fixtures::Pixel& pixel : picture.pixels)
+        tga += {byte(pixel.blue), byte(pixel.green), byte(pixel.red), byte(pixel.alpha)};
     std::ofstream(path, std::ios::binary) << tga;
 }
 
@@ -53,11 +46,10 @@ void encode(const Fixture& fixture, const std::string& encoder, const fs::path& 
     std::string inputs;
     for (int i = 0; i < fixture.images; ++i) {
         const fs::path image = scratch / ("image" + std::to_string(i) + ".tga");
-        const int shift = fixture.halving ? i : 0;
-        write_image(image, fixture.width >> shift, fixture.height >> shift, fixture.alpha, i);
+        write_image(image, picture_of(fixture, i));
         inputs += " -file " + in_quotes(image);
     }
-    run(in_quotes(encoder) + " -no_multithreading " + fixture.options + inputs + " -output_file " +
+    run(in_quotes(encoder) + " -basis -no_multithreading " + fixture.options + inputs + " -output_file " +
             in_quotes(file),
         scratch / "encoder.log");
 }
@@ -65,7 +57,8 @@ void encode(const Fixture& fixture, const std::string& encoder, const fs::path& 
 /// The encoder writes dozens of files into the current folder; those of four formats are kept.
 void unpack(const Fixture& fixture, const std::string& encoder, const fs::path& file,
             const fs::path& scratch) {
-    run("cd " + in_quotes(scratch) + " && " + in_quotes(encoder) + " -unpack -file " + in_quotes(file),
+    run("cd " + in_quotes(scratch) + " && " + in_quotes(encoder) + " -unpack -ktx_only -file " +
+            in_quotes(file),
         scratch / "encoder.log");
     for (int i = 0; i < fixture.images; ++i) {
         for (const std::string format : basis_fixtures::kUnpackedFormats) {
@@ -91,7 +84,7 @@ int main(int argc, char** argv) {
             fs::create_directories(scratch);
             const fs::path file = folder / (std::string(fixture.name) + ".basis");
             encode(fixture, encoder, file, scratch);
-            if (basis_fixtures::is_2d(fixture)) unpack(fixture, encoder, file, scratch);
+            if (basis_fixtures::is_transcoded(fixture)) unpack(fixture, encoder, file, scratch);
             fs::remove_all(scratch);
         }
     } catch (const std::exception& error) {

@@ -115,7 +115,7 @@ def main():
         real = small_documents(folder)
         real = [document for document, compared in zip(real, bench.compare(real))
                 if compared[0] == compare_events.EQUAL]
-        assert len(real) >= 30, f"{len(real)} small documents in {folder}; scripts/setup fetches them"
+        assert len(real) >= 30, f"{len(real)} small documents in {folder}; 'scripts/setup test' fetches them"
 
         documents = [mutated(rng.choice(rng.choice([own, real])), rng) for _ in range(MUTATED)]
         results = Counter()

@@ -9,7 +9,7 @@ import compare_events
 import expat_events
 import framework_events
 
-# Fewer would tell little: the folder is not what scripts/setup has fetched.
+# Fewer would tell little: the folder is not what "scripts/setup test" has fetched.
 LEAST_EQUAL = 300
 XML_SUFFIXES = (".xml", ".ui", ".qrc")
 
@@ -41,7 +41,7 @@ def main():
     if differing:
         sys.exit("\n".join(["The events differ:", *differing]))
     if results[compare_events.EQUAL] < LEAST_EQUAL:
-        sys.exit(f"Fewer than {LEAST_EQUAL} documents were compared; scripts/setup fetches them.")
+        sys.exit(f"Fewer than {LEAST_EQUAL} documents were compared; 'scripts/setup test' fetches them.")
 
 
 main()
