@@ -137,10 +137,15 @@ TEST_P(BasisEncoder, WasGivenThePictureThatTheBlocksShow) {
             Picture turned = upside_down(picture);
             if (has_option(GetParam(), "-y_flip")) std::swap(picture, turned);
             const double difference = mean_difference(shown, got.blocks, picture);
-            if (!etc1s) EXPECT_LT(difference, 8) << "slice " << i << ", usage " << shown.usage;
-            if (picture.height > 8 && picture.width > 1)
+            if (!etc1s) {
+                EXPECT_LT(difference, 8) << "slice " << i << ", usage " << shown.usage;
+            }
+            // The red of the picture, which BC4 and BC5 show, is the same in all rows.
+            const bool shows_rows = shown.channels.size() >= 3;
+            if (shows_rows && picture.height > 8 && picture.width > 1) {
                 EXPECT_LT(difference, 0.9 * mean_difference(shown, got.blocks, turned))
                     << "slice " << i << ", usage " << shown.usage;
+            }
         }
     }
 }

@@ -226,6 +226,11 @@ TEST(Notes, OfADepthWithoutAVolume) {
                     "leftoverBytes: 32 bytes follow its last level, which ends at byte 160"}));
     EXPECT_EQ(notes(bc1().with_depth(1), 32), List{});
     EXPECT_TRUE(is_faithful(bc1().with_depth(1), 32));
+    // The header's flag for its depth says volume as well.
+    FileHeader flagged = bc1().with_depth(2);
+    flagged.flags |= 0x800000;
+    EXPECT_EQ(read(sized_file(flagged, 64)).dimension, 3);
+    EXPECT_TRUE(is_faithful(flagged, 64));
     // In DX10 files the dimension decides.
     FileHeader volume = bc1_dx10().with_depth(2);
     EXPECT_TRUE(read(sized_file(volume.with_caps2(kVolume), 64)).HasNote(Note::eDepthWithoutVolume));

@@ -77,7 +77,7 @@ def make_files(readme, samples, folder):
     (folder / "wall.dds").write_bytes(wall)
     (folder / "download.dds").write_bytes(wall[:5000])
     shutil.copy(samples / "textures/etc1s_mips.basis", folder / "wall.basis")
-    shutil.copy(samples / "library/library.xsd", folder)
+    shutil.copy(samples.parent / "schemas/texture-library.xsd", folder / "library.xsd")
     [document] = blocks(readme, "xml")
     (folder / "library.xml").write_text(document)
 

@@ -1,5 +1,5 @@
-// pelto sheet on DDS files of Debian packages, made by others' programs. Where scripts/setup could not fetch
-// a package, its test is skipped.
+// pelto sheet on DDS files of Debian packages, made by others' programs. Where scripts/fetch_packages could not
+// fetch a package, its test is skipped.
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
