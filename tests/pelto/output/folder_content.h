@@ -14,4 +14,7 @@ std::vector<std::string> names_in(const std::string& folder);
 /// Those that pelto gives to what is not complete.
 std::vector<std::string> hidden_in(const std::string& folder);
 
+/// Whether the file system of the temporary folder has files without a name.
+bool has_unnamed_files();
+
 #endif

@@ -51,6 +51,7 @@ class KilledAtEachStep : public testing::TestWithParam<Case> {};
 // Before each call that changes a file or a folder, from the opening of the first output on.
 TEST_P(KilledAtEachStep, LeavesAllOrNothing) {
     const auto [signal, unnamed, there_before] = GetParam();
+    if (unnamed && !has_unnamed_files()) GTEST_SKIP() << "the file system has no files without a name";
     const std::vector<std::string> before = Slices::contents_before(there_before);
     const std::vector<std::string> after = Slices::contents_after();
     int step = 0;
@@ -118,7 +119,7 @@ TEST_P(KilledAtRandom, LeavesAWholeSheetOrNone) {
     const TemporaryFolder whole;
     const Clock::time_point start = Clock::now();
     ASSERT_EQ(run(arguments(whole.path("sheet.png"))).status, 0);
-    const std::chrono::duration<double> time = Clock::now() - start;
+    std::chrono::duration<double> time = Clock::now() - start;
     const std::string after = bytes_of(whole.path("sheet.png"));
 
     const unsigned int seed = std::random_device()();
@@ -139,11 +140,13 @@ TEST_P(KilledAtRandom, LeavesAWholeSheetOrNone) {
         const Ending ending = command.end();
         EXPECT_TRUE(ending.signal == signal || (ending.signal == 0 && ending.status == 0)) << ending.err;
         killed += ending.signal == signal;
+        // Three of four are to come in time, whatever else the machine does meanwhile.
+        time *= ending.signal == signal ? 1.03 : 0.915;
         const std::string content = bytes_of(output);
         EXPECT_TRUE(content == before || content == after);
         std::vector<std::string> names = names_in(folder.path("."));
         std::erase(names, "sheet.png");
-        const std::size_t allowed = signal == SIGKILL && there_before ? 1 : 0;
+        const std::size_t allowed = signal == SIGKILL && (there_before || !has_unnamed_files()) ? 1 : 0;
         EXPECT_LE(names.size(), allowed);
         EXPECT_EQ(names, hidden_in(folder.path(".")));
         hidden_at_all += !names.empty();
