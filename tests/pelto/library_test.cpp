@@ -7,6 +7,7 @@
 #include <string>
 
 #include "support/command.h"
+#include "support/dds_file.h"
 #include "support/png_picture.h"
 #include "support/temporary_folder.h"
 
@@ -125,7 +126,7 @@ TEST_F(Library, SaysWhichFileIsMissing) {
 TEST_F(Library, SaysWhichFileIsNoTexture) {
     folder_.write("a.dds", "PNG!");
     expect_problem(texture("a", "a.dds"),
-                   "a.dds: is not a DDS file: it starts with \"PNG!\" instead of \"DDS \"");
+                   "a.dds: is not a texture file (DDS, .basis or KTX2): it starts with \"PN\"");
 }
 
 TEST_F(Library, SaysWhichFileIsCutShort) {
@@ -243,6 +244,53 @@ TEST_F(Library, DrawsTheTexturesOnASheetAsTheDocumentHasThem) {
     EXPECT_EQ(upright.pixels, sheet_of("").pixels);
     EXPECT_EQ(upright.pixels.size(), flipped.pixels.size());
     EXPECT_NE(upright.pixels, flipped.pixels);
+}
+
+// The picture of the only card.
+Bytes picture_of(const PNGPicture& sheet, std::size_t width, std::size_t height) {
+    constexpr std::size_t kLeft = 24 + 16, kTop = 24 + 16 + 46 + 32;
+    Bytes pixels;
+    for (std::size_t y = kTop; y < kTop + height; ++y) {
+        pixels.insert(pixels.end(), sheet.at(kLeft, y), sheet.at(kLeft, y) + 3 * width);
+    }
+    return pixels;
+}
+
+TEST_F(Library, DrawsTheSliceAndTheBlocksThatTheDocumentNames) {
+    const std::string file = PELTO_BASIS_FIXTURES "/etc1s_different_sizes.basis";
+    const auto sheet_of = [&](const std::string& more) {
+        const std::string out = folder_.path("sheet.png");
+        const CommandResult result =
+            run_pelto({"library", document(texture("a", file, more)), "--sheet", out});
+        EXPECT_EQ(result.status, 0) << result.err;
+        return read_png(out);
+    };
+    // Two levels of 20 x 20 pixels and less: one row of one card.
+    const PNGPicture colour = sheet_of("<slice>1</slice><usage>bc1</usage>");
+    const Bytes pixels = picture_of(colour, 20, 1);
+    EXPECT_LT(colour.height, 24U + 16 + 46 + 2 * 32 + 20 + 16 + 24);
+    const PNGPicture grey = sheet_of("<slice>1</slice><usage>bc4</usage>");
+    const Bytes grey_pixels = picture_of(grey, 20, 1);
+    const auto is_grey = [](const Bytes& row) {
+        for (std::size_t i = 0; i < row.size(); i += 3) {
+            if (row[i] != row[i + 1] || row[i] != row[i + 2]) return false;
+        }
+        return true;
+    };
+    EXPECT_FALSE(is_grey(pixels));
+    EXPECT_TRUE(is_grey(grey_pixels));
+}
+
+TEST_F(Library, DrawsWhatTheLoaderRefusesAllTheSame) {
+    const Bytes file = dds_file(dxgi_header(99).sized(4, 4), Bytes(16));
+    folder_.write("a.dds", std::string(file.begin(), file.end()));
+    const std::string out = folder_.path("sheet.png");
+    const CommandResult result = run_pelto({"library", document(texture("a", "a.dds")), "--sheet", out});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("a.dds: is BC7_UNORM_SRGB, which vDDSImage does not take"), std::string::npos)
+        << result.err;
+    EXPECT_NE(result.out.find("BC7_UNORM_SRGB"), std::string::npos) << result.out;
+    EXPECT_GT(read_png(out).width, 200U);
 }
 
 TEST_F(Library, DrawsTheSampleLibrary) {

@@ -50,8 +50,10 @@ Sheet draw(const std::vector<std::string>& arguments) {
     if (sheet.result.out.empty()) return sheet;
     const auto json = nlohmann::json::parse(sheet.result.out);
     sheet.errors = json["errors"];
+    sheet.cards = json["cards"];
     if (!std::filesystem::exists(output)) return sheet;
-    const support::PNGPicture picture = support::read_png(output);
+    sheet.picture = support::read_png(output);
+    const support::PNGPicture& picture = sheet.picture;
     sheet.width = picture.width;
     sheet.height = picture.height;
     EXPECT_EQ(json["width"], picture.width);
@@ -62,11 +64,14 @@ Sheet draw(const std::vector<std::string>& arguments) {
             ADD_FAILURE() << "an image lies outside of the sheet: " << image;
             continue;
         }
-        sheet.images.push_back({image["path"], image["face"], image["level"], image["slice"], width, height,
-                                cut_out(picture, x, y, width, height)});
+        sheet.places.push_back({x, y});
+        sheet.images.push_back({image["path"], image["layer"], image["face"], image["level"], image["slice"],
+                                image["caption"], width, height, cut_out(picture, x, y, width, height)});
     }
     return sheet;
 }
+
+double tone(double light) { return 255 * encoded(light); }
 
 Shown shown(const Texel& texel, const Format& format, double exposure, std::size_t x, std::size_t y,
             std::size_t height) {

@@ -17,9 +17,11 @@ namespace sheet {
 /// An image on a drawn sheet.
 struct Image {
     std::string path;
+    int layer;
     int face;
     int level;
     int slice;
+    std::string caption;
     std::size_t width;
     std::size_t height;
     support::Bytes pixels;  // red, green, blue; row after row
@@ -30,11 +32,21 @@ struct Sheet {
     std::size_t width = 0;  // 0 where no sheet was drawn
     std::size_t height = 0;
     std::vector<Image> images;
+    struct Corner {
+        std::size_t x;
+        std::size_t y;
+    };
+    std::vector<Corner> places;  // of the images
+    nlohmann::json cards;
     nlohmann::json errors;
+    support::PNGPicture picture;
 };
 
 /// Runs `pelto sheet --json` with the arguments into a folder of its own, and cuts the sheet into its images.
 Sheet draw(const std::vector<std::string>& arguments);
+
+/// What a float is shown as, without exposure: 0 to 255, not rounded.
+double tone(double light);
 
 /// Each channel of a pixel as 0 to 255, not rounded. `x`, `y` are those of the pixel in its image.
 struct Shown {

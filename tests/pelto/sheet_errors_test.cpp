@@ -14,6 +14,8 @@ namespace {
 
 using namespace support;
 
+FileHeader grey_header() { return plain_header(kRgb, 8).with_masks(0xFF, 0, 0, 0); }
+
 class SheetErrors : public testing::Test {
 protected:
     std::string write(const std::string& name, const Bytes& file) const {
@@ -21,7 +23,7 @@ protected:
     }
 
     std::string good_file() const {
-        return write("good.dds", dds_file(plain_header(kRgb, 8).sized(2, 2), {1, 2, 3, 4}));
+        return write("good.dds", dds_file(grey_header().sized(2, 2), {1, 2, 3, 4}));
     }
 
     CommandResult run(std::vector<std::string> arguments) const {
@@ -55,34 +57,36 @@ TEST_F(SheetErrors, SaysWhatIsWrongWithAFile) {
     expect_refused(folder_.path("none.dds"), "cannot be opened");
     expect_refused(folder_.path("."), "is a directory");
     expect_refused(folder_.write("empty.dds", ""), "is empty");
-    expect_refused(folder_.write("text.dds", "Hello, world"), "is not a DDS file");
-    expect_refused(write("fourcc.dds", dds_file(fourcc_header(four_cc("DXT2")).sized(4, 4), Bytes(16))),
-                   "DXT2");
+    expect_refused(folder_.write("text.dds", "Hello, world"),
+                   "is a text file, not a texture file (DDS, .basis or KTX2)");
+    expect_refused(write("fourcc.dds", dds_file(fourcc_header(four_cc("ETC1")).sized(4, 4), Bytes(16))),
+                   "the FourCC \"ETC1\" at byte 84 is not known");
     expect_refused(folder_.write("bad.basis", "sB and nothing more"), "");
 }
 
 TEST_F(SheetErrors, RefusesAHeaderThatPromisesFarMoreThanTheFileHas) {
-    expect_refused(write("wide.dds", dds_file(plain_header(kRgb, 8).sized(1'000'000, 1), {})),
-                   "OpenGL takes");
-    expect_refused(write("negative.dds", dds_file(plain_header(kRgb, 8).sized(0xFFFFFFFF, 4), {})),
-                   "has no pixels");
-    expect_refused(write("nothing.dds", dds_file(plain_header(kRgb, 8).sized(0, 4), {})), "has no pixels");
-    expect_refused(write("levels.dds", dds_file(plain_header(kRgb, 8).sized(4, 4).with_mips(0x7FFFFFFF), {})),
-                   "more images than a sheet takes");
+    expect_refused(write("wide.dds", dds_file(grey_header().sized(1'000'000, 1), {})), "OpenGL takes");
+    expect_refused(write("negative.dds", dds_file(grey_header().sized(0xFFFFFFFF, 4), {})),
+                   "is 4294967295 pixels, beyond the limit");
+    expect_refused(write("nothing.dds", dds_file(grey_header().sized(0, 4), {})), "is 0 pixels");
+    expect_refused(write("levels.dds", dds_file(grey_header().sized(4, 4).with_mips(0x7FFFFFFF), {})),
+                   "its 2147483647 levels at byte 28 are more than the 32");
     expect_refused(
-        write("deep.dds",
-              dds_file(plain_header(kRgb, 8).sized(4, 4).with_depth(0x7FFFFFFF).with_caps2(kVolume), {})),
+        write("deep.dds", dds_file(grey_header().sized(4, 4).with_depth(0x7FFFFFFF).with_caps2(kVolume), {})),
         "more images than a sheet takes");
     expect_refused(write("large.dds", dds_file(fourcc_header(116).sized(8192, 8192), {})),
                    "its header promises 1073741824 bytes of pixels, and the file has 128");
     expect_refused(
-        write("many.dds",
-              dds_file(plain_header(kRgb, 8).sized(8192, 8192).with_depth(100).with_caps2(kVolume), {})),
+        write("many.dds", dds_file(grey_header().sized(8192, 8192).with_depth(17).with_caps2(kVolume), {})),
         "more pixels than a sheet takes");
+    // Just as many pixels as a sheet takes.
+    expect_refused(
+        write("most.dds", dds_file(grey_header().sized(8192, 8192).with_depth(16).with_caps2(kVolume), {})),
+        "its header promises 1073741824 bytes of pixels, and the file has 128");
 }
 
 TEST_F(SheetErrors, ShowsAFileThatIsCutShortOnlyWhereItIsTrusted) {
-    const std::string cut = write("cut.dds", dds_file(plain_header(kRgb, 8).sized(2, 2), {1, 2}));
+    const std::string cut = write("cut.dds", dds_file(grey_header().sized(2, 2), {1, 2}));
     expect_error(cut, {cut}, "is cut short");
     const CommandResult result = run({cut, "--trust"});
     EXPECT_EQ(result.status, 0);
@@ -98,7 +102,7 @@ TEST_F(SheetErrors, ShowsTheOtherFiles) {
     EXPECT_EQ(sheet.images[0].pixels, (Bytes{1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4}));
     ASSERT_EQ(sheet.errors.size(), 2u);
     EXPECT_EQ(sheet.errors[0]["path"], bad);
-    EXPECT_NE(sheet.result.err.find("is not a DDS file"), std::string::npos) << sheet.result.err;
+    EXPECT_NE(sheet.result.err.find("is a text file"), std::string::npos) << sheet.result.err;
 }
 
 TEST_F(SheetErrors, SaysWhichFacesAndLevelsThereAre) {

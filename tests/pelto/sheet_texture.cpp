@@ -31,7 +31,7 @@ Texel pixel(Type format, const std::uint8_t* bytes) {
         case RGBA8:
             return {part(0), part(1), part(2), part(3)};
         case BGRA8:
-            return {part(2), part(1), part(0), 1};
+            return {part(2), part(1), part(0), part(3)};
         case RGBA16F:
             return {half_at(bytes), half_at(bytes + 2), half_at(bytes + 4), half_at(bytes + 6)};
         case R32F:
@@ -66,11 +66,11 @@ void make_floats_moderate(Bytes& bytes) {
 const std::vector<Format>& formats() {
     using namespace support;
     static const std::vector<Format> all = {
-        {"LUMINANCE8", LUMINANCE8, plain_header(kRgb, 8), 1, false},
-        {"RGB8", RGB8, plain_header(kRgb, 24), 3, false},
+        {"LUMINANCE8", LUMINANCE8, plain_header(kRgb, 8).with_masks(0xFF, 0, 0, 0), 1, false},
+        {"RGB8", RGB8, plain_header(kRgb, 24).with_masks(0xFF, 0xFF00, 0xFF0000, 0), 3, false},
         {"RGBA8", RGBA8, plain_header(kRgbWithAlpha, 32).with_masks(0xFF, 0xFF00, 0xFF0000, 0xFF000000), 4,
          false},
-        {"BGRA8", BGRA8, dxgi_header(87), 3, false},
+        {"BGRA8", BGRA8, dxgi_header(87), 4, false},
         {"RGBA16F", RGBA16F, dxgi_header(10), 8, false},
         {"R32F", R32F, dxgi_header(41), 4, false},
         {"RGB32F", RGB32F, dxgi_header(6), 12, false},

@@ -35,6 +35,7 @@ struct Options {
 struct Entry {
     LibraryTexture texture;
     TextureReport report;
+    std::shared_ptr<TextureFile> file;  // where it is to be drawn
 
     std::string name() const { return texture.material + "/" + texture.name; }
 };
@@ -77,7 +78,9 @@ Library read_library(const Options& options) {
     Library library{{}, handler->problems};
     Progress progress("loading", handler->textures.size());
     for (const LibraryTexture& texture : handler->textures) {
-        Entry entry{texture, report_texture(texture, folder_of(options), options.trust)};
+        Entry entry{texture, {}, nullptr};
+        entry.report = report_texture(texture, folder_of(options), options.trust, entry.file);
+        if (options.sheet.empty()) entry.file.reset();
         // Without a file it has a problem already.
         if (entry.report.error && !texture.file.empty()) {
             library.problems.push_back({options.document, texture.line, texture.column, Severity::kError,
@@ -161,7 +164,7 @@ nlohmann::ordered_json json_of(const Library& library) {
             {"problems", json_of(library.problems)}};
 }
 
-// Of the textures that could be loaded.
+// Of the textures that could be described.
 void draw_sheet(const Library& library, const Options& options) {
     std::vector<SheetEntry> entries;
     for (const Entry& entry : library.entries) {
@@ -171,12 +174,13 @@ void draw_sheet(const Library& library, const Options& options) {
         choice.slice = entry.texture.slice;
         choice.usage = entry.texture.usage;
         choice.trust = options.trust;
-        entries.push_back({(folder_of(options) / entry.texture.file).string(), entry.name(), choice});
+        entries.push_back(
+            {(folder_of(options) / entry.texture.file).string(), entry.name(), choice, entry.file});
     }
     const SheetReport report = make_contact_sheet(entries, 0, options.sheet);
     for (const SheetRemark& remark : report.warnings) complain(remark.path, remark.text);
     for (const SheetRemark& remark : report.errors) complain(remark.path, remark.text);
-    if (report.images.empty()) throw std::runtime_error("there is no texture to show on " + options.sheet);
+    if (report.cards.empty()) throw std::runtime_error("there is no texture to show on " + options.sheet);
     if (!report.errors.empty())
         throw std::runtime_error("not all textures could be shown on " + options.sheet);
 }

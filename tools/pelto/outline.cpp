@@ -12,8 +12,8 @@
 #include "output/printable.h"
 #include "output/table.h"
 #include "subcommands.h"
-#include "texture/file_start.h"
 #include "xml/outline_handler.h"
+#include "xml/readable_document.h"
 #include "xml/xml_problems.h"
 
 namespace {

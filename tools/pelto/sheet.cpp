@@ -11,7 +11,8 @@
 #include "output/print_json.h"
 #include "sheet/contact_sheet.h"
 #include "subcommands.h"
-#include "texture/texture_check.h"
+#include "texture/texture_json.h"
+#include "texture/trust.h"
 
 namespace {
 
@@ -29,16 +30,32 @@ void complain_of(const std::vector<SheetRemark>& remarks) {
     for (const SheetRemark& remark : remarks) complain(remark.path, remark.text);
 }
 
+void add_place(nlohmann::ordered_json& object, const Rectangle& place) {
+    object["x"] = place.x;
+    object["y"] = place.y;
+    object["width"] = place.width;
+    object["height"] = place.height;
+}
+
 nlohmann::ordered_json json_of(const PlacedImage& image) {
     nlohmann::ordered_json object;
-    object["path"] = image.path;
+    add_path(object, image.path);
+    object["layer"] = image.layer;
     object["face"] = image.face;
     object["level"] = image.level;
     object["slice"] = image.slice;
-    object["x"] = image.place.x;
-    object["y"] = image.place.y;
-    object["width"] = image.place.width;
-    object["height"] = image.place.height;
+    object["caption"] = image.caption;
+    add_place(object, image.place);
+    return object;
+}
+
+nlohmann::ordered_json json_of(const PlacedCard& card) {
+    nlohmann::ordered_json object;
+    add_path(object, card.path);
+    object["description"] = card.description;
+    object["reason"] = card.reason.empty() ? nlohmann::ordered_json() : nlohmann::ordered_json(card.reason);
+    object["notes"] = json_of(card.notes);
+    add_place(object, card.place);
     return object;
 }
 
@@ -46,11 +63,15 @@ nlohmann::ordered_json json_of(const SheetReport& report) {
     nlohmann::ordered_json object;
     object["width"] = report.width;
     object["height"] = report.height;
+    object["cards"] = nlohmann::ordered_json::array();
+    for (const PlacedCard& card : report.cards) object["cards"].push_back(json_of(card));
     object["images"] = nlohmann::ordered_json::array();
     for (const PlacedImage& image : report.images) object["images"].push_back(json_of(image));
     object["errors"] = nlohmann::ordered_json::array();
     for (const SheetRemark& error : report.errors) {
-        object["errors"].push_back({{"path", error.path}, {"error", error.text}});
+        nlohmann::ordered_json& entry = object["errors"].emplace_back();
+        add_path(entry, error.path);
+        entry["error"] = error.text;
     }
     return object;
 }
@@ -63,7 +84,7 @@ void check_output(const Options& options) {
 
 ExitStatus make_sheet(const Options& options) {
     std::vector<SheetEntry> entries;
-    for (const std::string& file : options.files) entries.push_back({file, file, options.choice});
+    for (const std::string& file : options.files) entries.push_back({file, file, options.choice, nullptr});
     const SheetReport report = make_contact_sheet(entries, options.exposure, options.output);
     complain_of(report.warnings);
     complain_of(report.errors);
@@ -76,7 +97,7 @@ ExitStatus make_sheet(const Options& options) {
 void add_sheet(CLI::App& app, ExitStatus& status) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command =
-        app.add_subcommand("sheet", "Draw all faces and levels of DDS and .basis files into a PNG file");
+        app.add_subcommand("sheet", "Draw all images of DDS and .basis files into a PNG file");
     command->add_option("FILE", options->files, "DDS and .basis files to show")
         ->required()
         ->option_text("...");
@@ -85,7 +106,12 @@ void add_sheet(CLI::App& app, ExitStatus& status) {
                      "The PNG file to write; it is replaced where it exists. \"-\" is standard output")
         ->required()
         ->option_text("OUT.png REQUIRED");
-    command->add_flag("--flip", options->choice.flip, "Load the images of DDS files upside down");
+    command->add_flag("--as-loaded", options->choice.as_loaded,
+                      "Show DDS files as vDDSImage loads them, right or wrong");
+    command->add_flag("--flip", options->choice.flip, "Show DDS files as vDDSImage loads them upside down");
+    command->add_option("--layer", options->choice.layer, "Show one layer of texture arrays alone")
+        ->option_text("N")
+        ->transform(whole_number(0, UINT32_MAX));
     command->add_option("--face", options->choice.face, "Show one face alone: 0 to 5 of a cube map")
         ->option_text("N")
         ->transform(whole_number(0, UINT32_MAX));
@@ -100,11 +126,13 @@ void add_sheet(CLI::App& app, ExitStatus& status) {
     add_trust(*command, options->choice.trust);
     command->add_flag("--json", options->json, "Print where on the sheet each image lies, as a JSON object");
     command->footer(
-        "Each image is drawn a pixel of the sheet for each of its own. One channel is shown as grey, signed\n"
-        "numbers from -1 to 1 as black to white, light x as x / (1 + x) in sRGB, and what is transparent "
-        "over a\n"
-        "checkerboard. A file that cannot be shown does not keep the others from the sheet.\n"
-        "Exit status: 0 all files are on the sheet, 1 one is not, 2 wrong usage.");
+        "Each pixel of an image is a pixel of the sheet. One channel is grey; a colour that is missing is "
+        "0.\n"
+        "Signed numbers from -1 to 1 are black to white, integers are cut to 0 to 255, light x is\n"
+        "x / (1 + x) in sRGB; sRGB and other colours stay as stored. Transparent pixels lie over a\n"
+        "checkerboard. A card notes in yellow where vDDSImage loads something else. YUV, depth, typeless,\n"
+        "XR bias, palette and ASTC files get a card without a picture.\n"
+        "Exit status: 0 every file has a card, 1 one has none, 2 wrong usage.");
     command->callback([options, &status] {
         check_output(*options);
         status = make_sheet(*options);

@@ -20,9 +20,11 @@
 #include "output/progress.h"
 #include "output/whole_file.h"
 #include "subcommands.h"
-#include "texture/basis_blocks.h"
+#include "texture/basis_texture.h"
 #include "texture/basis_usage.h"
 #include "texture/dds_writer.h"
+#include "texture/texture_file.h"
+#include "texture/texture_words.h"
 
 namespace {
 
@@ -53,40 +55,36 @@ std::vector<std::uint32_t> chosen(const std::string& what, const std::string& op
     return {static_cast<std::uint32_t>(number)};
 }
 
-std::string extent(std::uint32_t width, std::uint32_t height) {
-    return std::to_string(width) + " x " + std::to_string(height);
-}
-
 // The levels of a DDS file halve from one to the next, which those of a .basis file need not.
-void check_extent(const BasisLevel& level, std::size_t index, const DDSDescription& first) {
+void check_extent(const vTextureLevel& level, std::size_t index, const DDSDescription& first) {
     const auto halved = [&](std::uint32_t pixels) { return index < 32 ? std::max(pixels >> index, 1u) : 1u; };
     const std::uint32_t width = halved(first.width);
     const std::uint32_t height = halved(first.height);
     if (level.width == width && level.height == height) return;
     throw std::runtime_error("level " + std::to_string(level.level) + " of slice " +
-                             std::to_string(level.slice) + " is " + extent(level.width, level.height) +
-                             " pixels, where a DDS file has " + extent(width, height) +
-                             ": take the levels one by one with --level");
+                             std::to_string(level.layer) + " is " +
+                             extent_words(level.width, level.height, 1) + " pixels, where a DDS file has " +
+                             extent_words(width, height, 1) + ": take the levels one by one with --level");
 }
 
 // Level by level, so that one is in memory at a time. Returns the bytes written.
-std::size_t write_slice(const BasisReport& report, std::uint32_t slice, const Options& options,
+std::size_t write_slice(const BasisTexture& texture, std::uint32_t slice, const Options& options,
                         Progress& progress, WholeFile& file) {
     const BasisUsage& target = kBasisUsages.at(options.usage);
-    const std::vector<std::uint32_t> numbers = chosen("level", options.level, report.file.level_count(slice));
+    const std::vector<std::uint32_t> numbers = chosen("level", options.level, texture.level_count(slice));
     if (numbers.empty()) throw std::runtime_error("slice " + std::to_string(slice) + " has no levels");
 
     DDSDescription first;
     std::size_t written = 0;
     for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const BasisLevel* const level = report.file.find(slice, numbers[i]);
+        const std::optional<vTextureLevel> level = texture.find(slice, numbers[i]);
         if (!level) throw std::runtime_error("its table has no level " + std::to_string(numbers[i]));
         if (i == 0) {
             first = {target.four_cc, level->width, level->height, 0,
                      static_cast<std::uint32_t>(numbers.size())};
         }
         check_extent(*level, i, first);
-        const BasisBlocks blocks = transcoded(report, slice, numbers[i], target.usage, options.usage);
+        const BasisBlocks blocks = texture.transcoded(slice, numbers[i], target.usage, options.usage);
         if (i == 0) {
             first.bytes = static_cast<std::uint32_t>(blocks.size);
             const std::string header = dds_header(first);
@@ -110,11 +108,11 @@ std::string output_path(const Options& options, std::uint32_t slice, bool severa
 }
 
 // `written` is told once all files have their names.
-void transcode_slices(const BasisReport& report, const Options& options, nlohmann::ordered_json& written) {
-    const std::vector<std::uint32_t> slices = chosen("slice", options.slice, report.file.slices);
+void transcode_slices(const BasisTexture& texture, const Options& options, nlohmann::ordered_json& written) {
+    const std::vector<std::uint32_t> slices = chosen("slice", options.slice, texture.info().layers);
     std::size_t steps = 0;
     for (const std::uint32_t slice : slices) {
-        steps += options.level == kAll ? report.file.level_count(slice) : 1;
+        steps += options.level == kAll ? texture.level_count(slice) : 1;
     }
     OutputFiles files;
     nlohmann::ordered_json descriptions = nlohmann::ordered_json::array();
@@ -122,7 +120,7 @@ void transcode_slices(const BasisReport& report, const Options& options, nlohman
         Progress progress("transcoding", steps);
         for (const std::uint32_t slice : slices) {
             const std::string path = output_path(options, slice, slices.size() > 1);
-            const std::size_t bytes = write_slice(report, slice, options, progress, files.add(path));
+            const std::size_t bytes = write_slice(texture, slice, options, progress, files.add(path));
             descriptions.push_back({{"path", path}, {"slice", slice}, {"bytes", bytes}});
         }
     }
@@ -147,19 +145,29 @@ void check_outputs_of_slices(const Options& options, std::uint32_t slices) {
     }
 }
 
+std::unique_ptr<const BasisTexture> read_texture(const Options& options) {
+    try {
+        const TextureBytes file = TextureFile(options.file).bytes();
+        return std::make_unique<const BasisTexture>(*file, options.trust);
+    } catch (const std::bad_alloc&) {
+        throw std::runtime_error("does not fit into memory");
+    }
+}
+
 ExitStatus transcode(const Options& options) {
     check_output(options.output, options);
-    BasisReport report;
-    report_transcodable_basis(options.file, report, options.trust);
-    if (report.error) {
-        complain(options.file, *report.error);
+    std::unique_ptr<const BasisTexture> texture;
+    try {
+        texture = read_texture(options);
+    } catch (const std::runtime_error& error) {
+        complain(options.file, error.what());
         return kExitFailure;
     }
-    check_outputs_of_slices(options, report.file.slices);
+    check_outputs_of_slices(options, texture->info().layers);
     ExitStatus status = kExitSuccess;
     nlohmann::ordered_json written = nlohmann::ordered_json::array();
     try {
-        transcode_slices(report, options, written);
+        transcode_slices(*texture, options, written);
     } catch (const std::bad_alloc&) {
         complain(options.file, "its blocks do not fit into memory");
         status = kExitFailure;

@@ -11,7 +11,7 @@
 #include "output/print_json.h"
 #include "output/printable.h"
 #include "subcommands.h"
-#include "texture/file_start.h"
+#include "xml/readable_document.h"
 #include "xml/xml_problems.h"
 
 namespace {

@@ -2,9 +2,9 @@
 
 #include <cmath>
 #include <iterator>
+#include <sstream>
 #include <stdexcept>
 #include <utf8.h>
-#include <vector>
 
 #include "embedded.h"
 
@@ -94,6 +94,20 @@ std::string CaptionFont::shortened(const std::string& text, int size, std::int64
         if (width(end, size) <= most) return end;
     }
     return ellipsis;
+}
+
+std::vector<std::string> CaptionFont::lines(const std::string& text, int size, std::int64_t most) const {
+    std::vector<std::string> lines;
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+        const bool fits = !lines.empty() && width(lines.back() + " " + word, size) <= most;
+        if (fits) {
+            lines.back() += " " + word;
+        } else {
+            lines.push_back(shortened(word, size, most));
+        }
+    }
+    return lines;
 }
 
 void CaptionFont::draw(Canvas& canvas, std::int64_t x, std::int64_t baseline, const std::string& text,

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "sheet/canvas.h"
 
@@ -19,6 +20,9 @@ public:
 
     /// The text, or its end behind an ellipsis where the whole is wider.
     std::string shortened(const std::string& text, int size, std::int64_t most) const;
+
+    /// The text in lines, broken between words. A word that is wider than a line is shortened.
+    std::vector<std::string> lines(const std::string& text, int size, std::int64_t most) const;
 
     /// Draws the text from `x` to the right, on the line `baseline`.
     void draw(Canvas& canvas, std::int64_t x, std::int64_t baseline, const std::string& text, int size,

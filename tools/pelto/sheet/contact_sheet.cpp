@@ -1,5 +1,6 @@
 #include "sheet/contact_sheet.h"
 
+#include <memory>
 #include <stdexcept>
 #include <utility>
 
@@ -17,7 +18,9 @@ std::vector<SheetFile> read_files(const std::vector<SheetEntry>& entries, int ma
     Progress progress("reading", entries.size());
     for (const SheetEntry& entry : entries) {
         try {
-            SheetFile file = read_sheet_file(entry.path, entry.choice, max_extent);
+            const auto opened = entry.file ? entry.file : std::make_shared<TextureFile>(entry.path);
+            SheetFile file = read_sheet_file(*opened, entry.choice, max_extent);
+            file.path = entry.path;
             file.title = entry.title;
             for (const std::string& warning : file.warnings) report.warnings.push_back({entry.path, warning});
             files.push_back(std::move(file));
@@ -44,7 +47,12 @@ SheetReport make_contact_sheet(const std::vector<SheetEntry>& entries, double ex
     report.height = sheet.height;
     for (const SheetPicture& picture : sheet.pictures) {
         const SheetImage& image = *picture.image;
-        report.images.push_back({picture.file->path, image.face, image.level, image.slice, picture.place});
+        report.images.push_back({picture.file->path, image.layer, image.face, image.level, image.slice,
+                                 image.caption, picture.place});
+    }
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const SheetFile& file = files[i];
+        report.cards.push_back({file.path, file.description, file.reason, file.notes, sheet.cards[i]});
     }
     return report;
 }

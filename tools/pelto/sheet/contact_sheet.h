@@ -3,6 +3,7 @@
 #define PELTO_TOOL_SHEET_CONTACT_SHEET_H
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,14 +15,26 @@ struct SheetEntry {
     std::string path;
     std::string title;
     SheetChoice choice;
+    std::shared_ptr<TextureFile> file;  // the file at `path`, where it has been opened already
 };
 
 /// An image on the sheet: one pixel of the sheet for each of its own, where `place` says.
 struct PlacedImage {
     std::string path;
+    std::uint32_t layer = 0;
     std::uint32_t face = 0;
     std::uint32_t level = 0;
     std::uint32_t slice = 0;
+    std::string caption;
+    Rectangle place;
+};
+
+/// The card of a file that could be read, also of one without a picture.
+struct PlacedCard {
+    std::string path;
+    std::string description;
+    std::string reason;  // why it has no picture; else empty
+    std::vector<vTextureNote> notes;
     Rectangle place;
 };
 
@@ -34,9 +47,10 @@ struct SheetRemark {
 struct SheetReport {
     std::int64_t width = 0;  // pixels; 0 where no file could be shown, and no sheet was written
     std::int64_t height = 0;
-    std::vector<PlacedImage> images;    // file after file, each by face, slice and level
-    std::vector<SheetRemark> warnings;  // of files that are shown
-    std::vector<SheetRemark> errors;    // of files that are not
+    std::vector<PlacedCard> cards;
+    std::vector<PlacedImage> images;    // file after file, each by layer, face, slice and level
+    std::vector<SheetRemark> warnings;  // of files that have a card
+    std::vector<SheetRemark> errors;    // of files that have none
 };
 
 /// Draws the chosen images of the files, a card for each file in the given order, into a PNG file, which

@@ -2,32 +2,30 @@
 #ifndef PELTO_TOOL_SHEET_GL_TEXTURE_H
 #define PELTO_TOOL_SHEET_GL_TEXTURE_H
 
-#include <cstddef>
 #include <cstdint>
-#include <vDDSImage.h>
+#include <vTextureFormats.h>
 
-/// One level of one face, and one slice of it, as the library holds it.
+/// One slice of a level of a face.
 struct PixelData {
-    TOZ::SUPPORTED_FORMAT::Type format = TOZ::SUPPORTED_FORMAT::RGBA8;
+    vPixelFormat format{};  // one that has a picture
     int width = 0;
     int height = 0;
-    const void* bytes = nullptr;  // bytes_of(format, width, height) of them; not owned
+    const void* bytes = nullptr;  // rows of pixels or blocks; not owned
+    std::uint64_t row_bytes = 0;  // from one row of pixels to the next; blocks lie without gaps
     bool opaque = false;          // what the format has for alpha means nothing
 };
 
-/// Bytes of pixels without padding, in whole blocks where the format has blocks.
-std::uint64_t bytes_of(TOZ::SUPPORTED_FORMAT::Type format, int width, int height);
-
-/// What a texture's numbers are to be made visible as.
+/// What a texture's numbers are made visible as.
 enum class View : int {
     kColour,  // 0 to 1, as they are
     kSigned,  // -1 to 1
     kHDR,     // light, without an upper bound
 };
 
-View view_of(TOZ::SUPPORTED_FORMAT::Type format);
+View view_of(const vPixelFormat& format);
 
-/// A 2D texture in GPU memory, its bytes uploaded as they are.
+/// A 2D texture in GPU memory. Blocks are the driver's to decode; other pixels are decoded first: floats,
+/// signed numbers and those of more than 8 bits to floats, all others to 8 bits.
 class GLTexture {
 public:
     /// Throws std::runtime_error where OpenGL refuses the texture.

@@ -5,6 +5,6 @@
 #include "sheet/sheet_file.h"
 
 /// As read_sheet_file. Memory that cannot be had is left to std::bad_alloc.
-SheetFile read_sheet_basis(const std::string& path, const SheetChoice& choice, int max_extent);
+SheetFile read_sheet_basis(TextureFile& file, const SheetChoice& choice, int max_extent);
 
 #endif

@@ -1,10 +1,10 @@
-// The images of a DDS file that go onto a sheet.
+// The images of a DDS file, as the file means them, that go onto a sheet.
 #ifndef PELTO_TOOL_SHEET_SHEET_DDS_H
 #define PELTO_TOOL_SHEET_SHEET_DDS_H
 
 #include "sheet/sheet_file.h"
 
 /// As read_sheet_file. Memory that cannot be had is left to std::bad_alloc.
-SheetFile read_sheet_dds(const std::string& path, const SheetChoice& choice, int max_extent);
+SheetFile read_sheet_dds(TextureFile& file, const SheetChoice& choice, int max_extent);
 
 #endif

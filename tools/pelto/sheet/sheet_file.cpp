@@ -5,12 +5,32 @@
 
 #include "sheet/sheet_basis.h"
 #include "sheet/sheet_dds.h"
-#include "texture/basis_file.h"
+#include "sheet/sheet_loaded.h"
 
-SheetFile read_sheet_file(const std::string& path, const SheetChoice& choice, int max_extent) {
+namespace {
+
+// Of a kind that is not shown.
+[[noreturn]] void refuse(TextureFile& file) {
+    const TextureBytes bytes = file.bytes();
+    const vTextureInfo info = vTextureInfo::ReadBuffer(bytes->data(), bytes->size());
+    throw std::runtime_error(info.Described() ? info.check.sentence : info.problem.sentence);
+}
+
+}  // namespace
+
+SheetFile read_sheet_file(TextureFile& file, const SheetChoice& choice, int max_extent) {
     try {
-        return is_basis(path) ? read_sheet_basis(path, choice, max_extent)
-                              : read_sheet_dds(path, choice, max_extent);
+        switch (file.promise().container) {
+            case vTextureInfo::eBasis:
+                return read_sheet_basis(file, choice, max_extent);
+            case vTextureInfo::eDDS:
+                return choice.as_loaded || choice.flip ? read_sheet_loaded(file, choice, max_extent)
+                                                       : read_sheet_dds(file, choice, max_extent);
+            case vTextureInfo::eKTX2:
+            case vTextureInfo::eNoContainer:
+                break;
+        }
+        refuse(file);
     } catch (const std::bad_alloc&) {
         throw std::runtime_error("its pixels do not fit into memory");
     }

@@ -16,12 +16,14 @@ constexpr std::int64_t kBetweenColumns = 16;
 constexpr std::int64_t kBetweenRows = 16;
 constexpr std::int64_t kUsualWidth = 1600;  // of a sheet whose cards are not wider
 constexpr std::int64_t kLeastCardWidth = 220;
+constexpr std::int64_t kLeastWidthOfNotes = 360;
 
 constexpr int kTitleSize = 15;
 constexpr int kTextSize = 11;
 constexpr std::int64_t kTitleBaseline = 14;
 constexpr std::int64_t kDescriptionBaseline = 31;
 constexpr std::int64_t kHeadHeight = 46;
+constexpr std::int64_t kNoteHeight = 15;
 constexpr std::int64_t kCaptionBaseline = 9;
 constexpr std::int64_t kExtentBaseline = 23;
 constexpr std::int64_t kCaptionHeight = 32;
@@ -29,6 +31,8 @@ constexpr std::int64_t kCaptionHeight = 32;
 constexpr Colour kTitle = {236, 236, 240};
 constexpr Colour kCaption = {200, 200, 206};
 constexpr Colour kDimmed = {140, 140, 148};
+constexpr Colour kReason = {200, 200, 206};
+constexpr Colour kWarning = {240, 180, 70};
 
 std::string extent_of(const SheetImage& image) {
     return std::to_string(image.pixels.width) + " \u00d7 " + std::to_string(image.pixels.height);
@@ -56,12 +60,15 @@ Columns columns_of(const SheetFile& file, const CaptionFont& font) {
     return columns;
 }
 
-bool same_row(const SheetImage& a, const SheetImage& b) { return a.face == b.face && a.slice == b.slice; }
+bool same_row(const SheetImage& a, const SheetImage& b) {
+    return a.layer == b.layer && a.face == b.face && a.slice == b.slice;
+}
 
 // A card whose upper left corner is that of a sheet, on a sheet of its size.
 Sheet card_of(const SheetFile& file, const CaptionFont& font) {
     const Columns columns = columns_of(file, font);
-    const std::int64_t width = std::max(columns.width, kLeastCardWidth);
+    const bool notes = !file.notes.empty() || !file.reason.empty();
+    const std::int64_t width = std::max(columns.width, notes ? kLeastWidthOfNotes : kLeastCardWidth);
     Sheet card;
     const auto write = [&](std::int64_t x, std::int64_t baseline, const std::string& text, int size,
                            Colour colour) {
@@ -70,6 +77,20 @@ Sheet card_of(const SheetFile& file, const CaptionFont& font) {
     write(kPadding, kPadding + kTitleBaseline, printable(file.title), kTitleSize, kTitle);
     write(kPadding, kPadding + kDescriptionBaseline, file.description, kTextSize, kDimmed);
     std::int64_t y = kPadding + kHeadHeight;
+    const auto write_lines = [&](const std::string& text, Colour colour) {
+        for (const std::string& line : font.lines(printable(text), kTextSize, width)) {
+            write(kPadding, y, line, kTextSize, colour);
+            y += kNoteHeight;
+        }
+    };
+    if (!file.reason.empty()) write_lines(file.reason, kReason);
+    for (const vTextureNote& note : file.notes) write_lines(note.text, kWarning);
+    card.width = kPadding + width + kPadding;
+    if (file.images.empty()) {
+        card.height = y + kPadding;
+        card.cards.push_back({0, 0, card.width, card.height});
+        return card;
+    }
     std::int64_t row_height = 0;
     const SheetImage* previous = nullptr;
     for (const SheetImage& image : file.images) {
@@ -85,7 +106,6 @@ Sheet card_of(const SheetFile& file, const CaptionFont& font) {
         row_height = std::max(row_height, std::int64_t{image.pixels.height});
         previous = &image;
     }
-    card.width = kPadding + width + kPadding;
     card.height = y + kCaptionHeight + row_height + kPadding;
     card.cards.push_back({0, 0, card.width, card.height});
     return card;

@@ -5,7 +5,6 @@
 #include <map>
 #include <string>
 #include <vBasisImage.h>
-#include <vDDSImage.h>
 #include <vTextureUtils.h>
 #include <vector>
 
@@ -13,14 +12,14 @@ struct BasisUsage {
     TOZ::EUsageFormat usage;
     const char* four_cc;          // of a DDS file of such blocks
     vTextureFormat::Type format;  // that a renderer stores them in
-    TOZ::SUPPORTED_FORMAT::Type dds_format;
+    const char* blocks;           // the name of their vPixelFormat
 };
 
 inline const std::map<std::string, BasisUsage> kBasisUsages = {
-    {"bc1", {TOZ::eUsageFormatBC1, "DXT1", vTextureFormat::FORMAT_51, TOZ::SUPPORTED_FORMAT::DXT1}},
-    {"bc3", {TOZ::eUsageFormatBC3, "DXT5", vTextureFormat::FORMAT_55, TOZ::SUPPORTED_FORMAT::DXT5}},
-    {"bc4", {TOZ::eUsageFormatBC4, "BC4U", vTextureFormat::FORMAT_57, TOZ::SUPPORTED_FORMAT::BC4U}},
-    {"bc5", {TOZ::eUsageFormatBC5, "BC5U", vTextureFormat::FORMAT_59, TOZ::SUPPORTED_FORMAT::BC5U}}};
+    {"bc1", {TOZ::eUsageFormatBC1, "DXT1", vTextureFormat::FORMAT_51, "BC1_UNORM"}},
+    {"bc3", {TOZ::eUsageFormatBC3, "DXT5", vTextureFormat::FORMAT_55, "BC3_UNORM"}},
+    {"bc4", {TOZ::eUsageFormatBC4, "BC4U", vTextureFormat::FORMAT_57, "BC4_UNORM"}},
+    {"bc5", {TOZ::eUsageFormatBC5, "BC5U", vTextureFormat::FORMAT_59, "BC5_UNORM"}}};
 
 inline std::vector<std::string> usage_names() {
     std::vector<std::string> names;

@@ -3,8 +3,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "texture/dds_report.h"
-
 vTextureFormat::Type texture_format(TOZ::SUPPORTED_FORMAT::Type format) {
     switch (format) {
         case TOZ::SUPPORTED_FORMAT::LUMINANCE8:
@@ -56,16 +54,12 @@ void check_level(std::uint32_t level, std::uint64_t bytes, std::uint64_t expecte
                              " bytes, where its format and extent take " + std::to_string(expected));
 }
 
-void check_levels(const vDDSImage& image) {
-    const auto width = static_cast<std::uint32_t>(image.get_width());
-    const auto height = static_cast<std::uint32_t>(image.get_height());
-    const auto depth = static_cast<std::uint32_t>(image.get_depth());
-    const vTextureFormat::Type format = texture_format(image.get_format());
-    for (int face = 0; face < face_count(image); ++face) {
-        for (int level = 0; level <= image[face].get_num_mipmaps(); ++level) {
-            const vDDSSurface& surface = level == 0 ? image[face] : image[face].get_mipmap(level - 1);
-            const auto number = static_cast<std::uint32_t>(level);
-            check_level(number, surface.get_size(), expected_bytes(width, height, depth, number, format));
-        }
+void check_levels(const vTextureInfo& info) {
+    const auto format = texture_format(static_cast<TOZ::SUPPORTED_FORMAT::Type>(info.loaderFormat));
+    const std::uint64_t images = info.GetNumImages();
+    for (std::uint64_t i = 0; i < images; ++i) {
+        const vTextureLevel level = info.GetImage(i);
+        check_level(level.level, level.bytes,
+                    expected_bytes(info.width, info.height, info.depth, level.level, format));
     }
 }

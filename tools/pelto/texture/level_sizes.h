@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <vDDSImage.h>
+#include <vTextureInfo.h>
 #include <vTextureUtils.h>
 
 /// The texture format that a renderer stores an image's pixels in.
@@ -16,7 +17,8 @@ std::uint64_t expected_bytes(std::uint32_t width, std::uint32_t height, std::uin
 /// Throws std::runtime_error where the bytes of a level are not those that are expected.
 void check_level(std::uint32_t level, std::uint64_t bytes, std::uint64_t expected);
 
-/// Throws std::runtime_error, which names the first level whose bytes are not as expected.
-void check_levels(const vDDSImage& image);
+/// Throws std::runtime_error, which names the first level whose bytes are not as expected. Of a DDS file that
+/// vDDSImage takes.
+void check_levels(const vTextureInfo& info);
 
 #endif

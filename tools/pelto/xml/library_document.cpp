@@ -8,7 +8,7 @@
 #include <stdexcept>
 
 #include "embedded.h"
-#include "texture/file_start.h"
+#include "xml/readable_document.h"
 
 namespace {
 

@@ -3,16 +3,16 @@
 #include <new>
 #include <stdexcept>
 
-#include "texture/basis_blocks.h"
+#include "texture/basis_texture.h"
 #include "texture/basis_usage.h"
-#include "texture/dds_report.h"
 #include "texture/level_sizes.h"
+#include "texture/texture_words.h"
 
 namespace {
 
-const char* kind_of(const vDDSImage& image) {
-    if (image.is_cubemap()) return "cube";
-    return image.is_volume() ? "volume" : "2d";
+const char* kind_of(const vTextureInfo& info) {
+    if (info.faces > 1) return "cube";
+    return info.dimension == 3 ? "volume" : "2d";
 }
 
 std::string last_of(const std::string& what, std::uint32_t count) {
@@ -34,41 +34,45 @@ void check_description(const LibraryTexture& texture, const std::string& kind, s
     }
 }
 
-void load_dds(const std::string& path, const LibraryTexture& texture, Trust trust, TextureReport& report) {
-    const DDSReport dds = report_dds(path, texture.flip, false, trust);
-    if (dds.error) throw std::runtime_error(*dds.error);
-    const vDDSImage& image = dds.image;
-    report.format = format_name(image.get_format());
-    report.width = static_cast<std::uint32_t>(image.get_width());
-    report.height = static_cast<std::uint32_t>(image.get_height());
-    report.depth = static_cast<std::uint32_t>(image.get_depth());
-    report.faces = static_cast<std::uint32_t>(face_count(image));
-    report.levels = static_cast<std::uint32_t>(image.get_num_mipmaps() + 1);
-    report.bytes = image.compute_full_size(-1);
-    if (dds.missing_bytes > 0) throw std::runtime_error(cut_short_text(dds.missing_bytes));
-    check_levels(image);
-    check_description(texture, kind_of(image), report.levels);
+void load_dds(TextureFile& file, const LibraryTexture& texture, Trust trust, TextureReport& report) {
+    const TextureBytes bytes = file.bytes();
+    const vTextureInfo info = vTextureInfo::ReadBuffer(bytes->data(), bytes->size());
+    if (!info.Described()) throw std::runtime_error(info.problem.sentence);
+    if (info.container != vTextureInfo::eDDS) throw std::runtime_error(info.check.sentence);
+    const bool truncated = info.check.status == vTextureCheck::eTruncated;
+    if (truncated && trust == Trust::kNo) throw std::runtime_error(info.check.sentence);
+    const char* const format = loader_format_name(info);
+    report.format = format ? format : info.format;
+    report.width = info.width;
+    report.height = info.height;
+    report.depth = info.depth;
+    report.faces = info.faces;
+    report.levels = info.levels;
+    report.bytes = info.bytes;
+    if (truncated) throw std::runtime_error(cut_short_words(info.check.missingBytes));
+    if (!info.check.ok()) throw std::runtime_error(info.check.sentence);
+    if (info.faithful) check_levels(info);
+    check_description(texture, kind_of(info), report.levels);
 }
 
-void load_basis(const std::string& path, const LibraryTexture& texture, Trust trust, TextureReport& report) {
+void load_basis(TextureFile& file, const LibraryTexture& texture, Trust trust, TextureReport& report) {
     const BasisUsage& usage = kBasisUsages.at(texture.usage);
-    BasisReport basis;
-    report_transcodable_basis(path, basis, trust);
-    if (basis.error) throw std::runtime_error(*basis.error);
-    if (texture.slice >= basis.file.slices) {
+    const BasisTexture basis(*file.bytes(), trust);
+    const vTextureInfo& info = basis.info();
+    if (texture.slice >= info.layers) {
         throw std::runtime_error("has no slice " + std::to_string(texture.slice) + ": " +
-                                 last_of("one", basis.file.slices));
+                                 last_of("one", info.layers));
     }
-    const BasisLevel* const base = basis.file.find(texture.slice, 0);
+    const std::optional<vTextureLevel> base = basis.find(texture.slice, 0);
     if (!base) throw std::runtime_error("its table has no level 0 of slice " + std::to_string(texture.slice));
-    report.format = basis.file.codec + " as " + texture.usage;
+    report.format = info.format + " as " + texture.usage;
     report.width = base->width;
     report.height = base->height;
     report.depth = 1;
     report.faces = 1;
-    report.levels = basis.file.level_count(texture.slice);
+    report.levels = basis.level_count(texture.slice);
     for (std::uint32_t level = 0; level < report.levels; ++level) {
-        const BasisBlocks blocks = transcoded(basis, texture.slice, level, usage.usage, texture.usage);
+        const BasisBlocks blocks = basis.transcoded(texture.slice, level, usage.usage, texture.usage);
         report.bytes += blocks.size;
         check_level(level, blocks.size, expected_bytes(base->width, base->height, 1, level, usage.format));
     }
@@ -78,16 +82,16 @@ void load_basis(const std::string& path, const LibraryTexture& texture, Trust tr
 
 }  // namespace
 
-TextureReport report_texture(const LibraryTexture& texture, const std::filesystem::path& folder,
-                             Trust trust) {
+TextureReport report_texture(const LibraryTexture& texture, const std::filesystem::path& folder, Trust trust,
+                             std::shared_ptr<TextureFile>& file) {
     TextureReport report;
     try {
         if (texture.file.empty()) throw std::runtime_error("names no file");
-        const std::string path = (folder / texture.file).string();
-        if (is_basis(path)) {
-            load_basis(path, texture, trust, report);
+        file = std::make_shared<TextureFile>((folder / texture.file).string());
+        if (file->promise().container == vTextureInfo::eBasis) {
+            load_basis(*file, texture, trust, report);
         } else {
-            load_dds(path, texture, trust, report);
+            load_dds(*file, texture, trust, report);
         }
     } catch (const std::runtime_error& error) {
         report.error = error.what();

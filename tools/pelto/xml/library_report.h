@@ -4,10 +4,12 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
-#include "texture/texture_check.h"
+#include "texture/texture_file.h"
+#include "texture/trust.h"
 #include "xml/library_handler.h"
 
 struct TextureReport {
@@ -23,8 +25,9 @@ struct TextureReport {
     std::optional<std::string> error;
 };
 
-/// Loads the texture's file, which is named from `folder`, and holds it against its description. Its levels
-/// are checked against the sizes that a renderer reckons with.
-TextureReport report_texture(const LibraryTexture& texture, const std::filesystem::path& folder, Trust trust);
+/// Reads the texture's file, which is named from `folder`, and holds it against its description. Its levels
+/// are checked against the sizes that a renderer reckons with. `file` becomes the file, where it is one.
+TextureReport report_texture(const LibraryTexture& texture, const std::filesystem::path& folder, Trust trust,
+                             std::shared_ptr<TextureFile>& file);
 
 #endif
