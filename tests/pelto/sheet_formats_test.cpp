@@ -247,11 +247,11 @@ TEST_F(SheetOfFormats, HasAllLayersOfAnArray) {
     ASSERT_EQ(sheet.images.size(), 6u) << sheet.result.err;
     EXPECT_EQ(captions(sheet), (Names{"layer 0, level 0", "layer 0, level 1", "layer 1, level 0",
                                       "layer 1, level 1", "layer 2, level 0", "layer 2, level 1"}));
-    for (std::uint8_t i = 0; i < 3; ++i) {
+    for (std::size_t i = 0; i < 3; ++i) {
         const auto first = static_cast<std::uint8_t>(10 * i + 1);
-        const auto second = static_cast<std::uint8_t>(first + 1),
-                   small = static_cast<std::uint8_t>(first + 2);
-        EXPECT_EQ(sheet.images[2 * i].layer, i);
+        const auto second = static_cast<std::uint8_t>(first + 1);
+        const auto small = static_cast<std::uint8_t>(first + 2);
+        EXPECT_EQ(sheet.images[2 * i].layer, static_cast<int>(i));
         EXPECT_EQ(sheet.images[2 * i].pixels, (Bytes{first, first, first, second, second, second}));
         EXPECT_EQ(sheet.images[2 * i + 1].pixels, (Bytes{small, small, small}));
     }

@@ -156,8 +156,12 @@ TEST_F(SheetLayout, RowsOfFacesLieBelowEachOtherAndLevelsBesideEachOther) {
         const std::size_t face = i / 6, level = i % 6;
         EXPECT_EQ(place.x, sheet.places[level].x);
         EXPECT_EQ(place.y, sheet.places[face * 6].y);
-        if (level > 0) EXPECT_GT(place.x, sheet.places[i - 1].x + sheet.images[i - 1].width);
-        if (face > 0) EXPECT_GT(place.y, sheet.places[i - 6].y + 32);
+        if (level > 0) {
+            EXPECT_GT(place.x, sheet.places[i - 1].x + sheet.images[i - 1].width);
+        }
+        if (face > 0) {
+            EXPECT_GT(place.y, sheet.places[i - 6].y + 32);
+        }
     }
 }
 
