@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// Every pixel format that a DDS file can hold, and more of KTX2 files, as compile-time data: one line a format.
+// Every pixel format that a DDS file can hold, and some more of KTX2 files, as compile-time data: one line a
+// format.
 //
 // The table names the DXGI formats (published in Microsoft's DXGI_FORMAT reference), the formats that only
 // the older header of a DDS file can express, by FourCC, by Direct3D 9 format number or by channel masks
-// (published in "Programming Guide for DDS" and the D3DFORMAT reference), and sRGB ones of KTX2 files. A name lists the channels from the
-// lowest bit of a pixel up, the pixel being a little-endian number.
+// (published in "Programming Guide for DDS" and the D3DFORMAT reference), and sRGB formats of KTX2 files
+// (VkFormat). A name lists the channels from the lowest bit of a pixel up, the pixel being a little-endian
+// number.
 //
 // Hostile data: every lookup takes any number. Errors: a null pointer where there is no such format.
 // Threads: constant data, and functions without state.
