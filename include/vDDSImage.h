@@ -11,11 +11,11 @@
 // DDS", the block formats BC1 to BC6H in the "Block Compression" pages of the Direct3D 11 documentation
 // and in the Khronos Data Format Specification, the DXGI_FORMAT numbers in the DXGI reference.
 //
-// Errors: loaders and assembly return false, and say why in the kernel log where noted. The only
-// exception of these classes is std::bad_alloc; one that a log sink throws leaves the loaders too.
+// Errors: loaders and assembly return false, and log why where noted. The only exceptions are std::bad_alloc
+// and, from the loaders, what a log sink throws.
 //
-// Threads: distinct objects are independent; one object may be read by several threads while none
-// changes it. Nothing here starts threads or takes locks.
+// Threads: distinct objects are independent; several threads may read one object while none changes it.
+// Nothing here starts threads or takes locks.
 #ifndef V_DDS_IMAGE_H
 #define V_DDS_IMAGE_H
 
@@ -110,7 +110,7 @@ struct BC5ColBlock {
 /// One level: width x height x depth pixels in one owned buffer.
 ///
 /// A null pixel pointer means that the surface holds no pixels, whatever its dimensions and size say:
-/// they outlive the pixels in a cleared, moved-from or emptied surface.
+/// a cleared, moved-from or emptied surface keeps them.
 class PELTO_API vDDSSurface {
 public:
     /// An empty surface: all values 0, no pixels.
@@ -122,24 +122,24 @@ public:
     /// Copies values and pixels. The copy of a surface without pixels is empty: all values 0.
     vDDSSurface(const vDDSSurface& other);
 
-    /// Takes the pixels over. The source keeps its dimensions and size beside a null pixel pointer.
+    /// Takes the pixels. The source keeps its dimensions and size, with a null pixel pointer.
     vDDSSurface(vDDSSurface&& other) noexcept;
 
-    /// Releases the own pixels, then copies values and pixels. From a source without pixels nothing
-    /// more is taken: the surface keeps its old dimensions and size beside a null pixel pointer.
-    /// When the new buffer cannot be allocated the surface is left with the source's values and no pixels.
+    /// Releases its pixels, then copies values and pixels. A source without pixels changes nothing more: the
+    /// surface keeps its old dimensions and size, with a null pixel pointer. If the new buffer cannot be
+    /// allocated, the surface has the source's values and no pixels.
     vDDSSurface& operator=(const vDDSSurface& other);
 
     virtual ~vDDSSurface();
 
-    /// Replaces the pixels by a new, uninitialised buffer of `size` bytes (never null, also for 0 bytes).
-    /// When it cannot be allocated the surface is left with the new values and no pixels.
+    /// Replaces the pixels by a new, uninitialised buffer of `size` bytes (never null, even for 0 bytes).
+    /// If it cannot be allocated, the surface has the new values and no pixels.
     void create(int width, int height, int depth, std::size_t size);
 
     /// Releases the pixels; dimensions and size stay as they were.
     void clear();
 
-    /// The pixels: get_size() bytes owned by the surface, valid until it is changed; may be null.
+    /// The pixels: get_size() bytes, owned by the surface and valid until it changes; may be null.
     operator char*() const;
 
     int get_width() const;         ///< pixels in a row
@@ -167,11 +167,11 @@ public:
     /// Copies every level by the rule of vDDSSurface's copy constructor.
     vDDSTexture(const vDDSTexture& other);
 
-    /// Takes all levels over; the source's mip list is left empty.
+    /// Takes all levels; the source's mip list becomes empty.
     vDDSTexture(vDDSTexture&& other) noexcept;
 
     /// Assigns the base level by the rule of vDDSSurface's assignment, and replaces the mip levels by copies.
-    /// When a mip level cannot be allocated, the base level is the source's and there are no mip levels.
+    /// If a mip level cannot be allocated, the texture has a copy of the base level and no mip levels.
     vDDSTexture& operator=(const vDDSTexture& other);
 
     ~vDDSTexture() override;
@@ -199,27 +199,27 @@ public:
     /// Copies everything, textures by vDDSTexture's copy constructor.
     vDDSImage(const vDDSImage& other);
 
-    /// Takes everything over without copying a pixel; the source is left as after clear().
+    /// Takes everything without copying a pixel; the source is then as after clear().
     vDDSImage(vDDSImage&& other) noexcept;
 
-    /// Copies everything; the textures are replaced. When a level cannot be allocated the image is left
-    /// with the source's format and flags, is_valid() included, and without textures.
+    /// Copies everything; replaces the textures. If a level cannot be allocated, the image has the source's
+    /// format and flags, is_valid() included, and no textures.
     vDDSImage& operator=(const vDDSImage& other);
 
-    /// Takes everything over without copying a pixel; the source is left as after clear().
+    /// Takes everything without copying a pixel; the source is then as after clear().
     vDDSImage& operator=(vDDSImage&& other) noexcept;
 
     ~vDDSImage();
 
-    /// Back to an empty image: RGBA8, 0 components, 8 bits per component, no flags, no textures.
+    /// Makes the image empty: RGBA8, 0 components, 8 bits per component, no flags, no textures.
     void clear();
 
     /// Texture (face) `index`. The index is not checked.
     vDDSTexture& operator[](int index);
     const vDDSTexture& operator[](int index) const;
 
-    // The operations from here to get_mipmap speak of texture 0 and may only be called on an image that
-    // holds one: after a successful load, full or header-only.
+    // The operations from here to get_mipmap are those of texture 0, which must exist: call them only after a
+    // successful load, full or header-only.
 
     /// The pixels of the base level: get_size() bytes owned by the image.
     operator char*() const;
@@ -237,8 +237,8 @@ public:
     TOZ::SUPPORTED_FORMAT::Type get_format() const;
     int get_components() const;  ///< colour components per pixel
     bool is_compressed() const;  ///< the levels are 4x4-pixel blocks
-    bool is_cubemap() const;     ///< the header announced six faces
-    bool is_volume() const;      ///< the header announced a volume
+    bool is_cubemap() const;     ///< the header says cube map
+    bool is_volume() const;      ///< the header says volume
     bool is_valid() const;       ///< a full load succeeded
 
     /// Loads the DDS file `fileName` (in the C runtime's fopen encoding).
@@ -247,38 +247,38 @@ public:
     /// cube map. `headerOnly` reads no pixels: one texture reports the file's extent and its number of
     /// mip levels, every surface holds a single byte, and is_valid() stays false.
     ///
-    /// Returns true on success. On false the image is cleared (flags from the header may be set), except
-    /// that a file which cannot be opened, or whose length cannot be told (a pipe, some directories), leaves
-    /// it as it was. The kernel log hears at level 4 of an unsupported DXGI format and of unsupported
-    /// uncompressed pixels; an unknown FourCC and a file that is no DDS file are silent.
+    /// Returns true on success. On false the image is cleared (flags from the header may be set); but a file
+    /// that cannot be opened, or that has no length (a pipe, some directories), leaves it unchanged. An
+    /// unsupported DXGI format and unsupported uncompressed pixels are logged at level 4; an unknown FourCC
+    /// and a file that is not a DDS file are not logged.
     ///
-    /// Hostile files: no memory outside the file's bytes is read; what the header promises and the file
-    /// lacks reads as zero. But the header's sizes are believed, and such zeros take real memory: a small
-    /// file can ask for all of it. Where the system refuses a level, std::bad_alloc leaves the call: the
-    /// faces read before stay, is_valid() is false. (The exchange of the faces of a flipped cube map is by
-    /// assignment; failing there can leave one of the two without pixels.) Where it refuses the buffer for
-    /// the file, the image is as it was.
+    /// Hostile files: reads no memory outside the file's bytes; what the header promises and the file lacks
+    /// reads as zero. But the header's sizes are trusted, and such zeros take real memory: a small file can
+    /// ask for all of it. If a level cannot be allocated, std::bad_alloc leaves the call: the faces read
+    /// before stay, and is_valid() is false. (A flipped cube map exchanges its faces by assignment; a failure
+    /// there can leave one of the two without pixels.) If the buffer for the file cannot be allocated, the
+    /// image is unchanged.
     bool load(std::string fileName, bool flipImage, bool headerOnly);
 
     /// As load, for a complete DDS file in memory, which stays the caller's and is only read.
     ///
-    /// Not safe on hostile data: `size` is not consulted, and the buffer must hold every byte that its
-    /// header promises (after `headerOnly`: the headers).
+    /// Not safe on hostile data: ignores `size`; the buffer must hold every byte that its header promises
+    /// (with `headerOnly`, the headers).
     bool loadFromBuffer(const void* buffer, int size, bool flipImage, bool headerOnly);
 
     /// Turns one surface upside down in place; its memory need not be aligned.
     ///
     /// Uncompressed data (`compressed` false) is `depth` slices of `height` lines in `size` bytes; each
     /// slice is flipped by exchanging lines, whatever `width` and `format` say. Compressed data is rows of
-    /// width / 4 blocks, height / 4 of them: rows are exchanged and the pixel rows inside each block
+    /// width / 4 blocks, height / 4 of them: rows are exchanged, and the pixel rows inside each block
     /// reversed. Partial blocks at the right and lower edge do not count, the middle row of an odd number
-    /// of block rows stays as it is, only the first slice of a volume is flipped, and formats without a
-    /// flip (BC6H) are left alone.
+    /// of block rows stays unchanged, only the first slice of a volume is flipped, and formats without a
+    /// flip (BC6H) stay unchanged.
     ///
-    /// Each exchange takes a temporary of one line or block row from the global allocation function; when
-    /// that throws, the data is left partly flipped. The data must hold what the arguments say: uncompressed,
-    /// `height` lines of at least one byte in each slice, with `height` and `depth` not 0; compressed,
-    /// height / 4 rows of width / 4 blocks.
+    /// Each exchange allocates one line or block row with the global allocation function; if that throws, the
+    /// data stays partly flipped. The data must hold what the arguments say: uncompressed, `height` lines of
+    /// at least one byte in each slice, with `height` and `depth` not 0; compressed, height / 4 rows of
+    /// width / 4 blocks.
     static void flip(char* data, int width, int height, int depth, std::size_t size,
                      TOZ::SUPPORTED_FORMAT::Type format, bool compressed);
 
@@ -290,16 +290,16 @@ public:
     /// Copies the base level and `mipmapCount` mip levels of every face into `buffer`, face after face,
     /// without padding. Counts as in compute_full_size, with the same preconditions.
     ///
-    /// Returns false when a level does not fit into `bufferSize` bytes any more; the levels before it
-    /// have been copied, the rest of the buffer is untouched.
+    /// Returns false when a level no longer fits into `bufferSize` bytes; the levels before it have been
+    /// copied, and the rest of the buffer is unchanged.
     bool compute_full_buffer(char* buffer, std::size_t bufferSize, int mipmapCount) const;
 
     /// Rewrites uncompressed pixels in place into the byte order red, green, blue (, alpha).
     ///
     /// `data` is `depth` slices of size / depth bytes; width x height packed pixels at the start of each
     /// are rewritten, as little-endian numbers of 3 or 4 `components` bytes from which each channel is cut
-    /// by its mask in `format`: moved down to the mask's lowest bit, then the low 8 bits kept. Other
-    /// component counts leave the data alone. `depth` must not be 0, and the pixels must lie in the slice.
+    /// by its mask in `format`: shifted down until the mask begins at bit 0, then cut to the low 8 bits.
+    /// Other component counts change nothing. `depth` must not be 0, and the pixels must lie in the slice.
     static void convertTexturePixel(char* data, int width, int height, int depth, std::size_t size,
                                     TOZ::DDS_PIXELFORMAT& format, int components);
 

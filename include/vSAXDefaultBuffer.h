@@ -1,16 +1,16 @@
 // The text of an XML element, and the typed values that it spells.
 //
-// A handler appends an element's character data as it comes and reads the value when the element ends. Texts
-// are UTF-8 (OXAUnicodeString). Numbers follow the decimal point of the C locale.
+// A handler appends an element's character data as it comes, and reads the value when the element ends. Texts
+// are UTF-8 (OXAUnicodeString). Numbers use the C locale's decimal point.
 //
 // Errors: a single value that cannot be read gives 0 and a call of LogError, which derived classes override.
-// The array reads throw std::invalid_argument and std::out_of_range. The only other exceptions are those for
-// memory that cannot be had.
+// The array reads throw std::invalid_argument and std::out_of_range. The only other exceptions are those of
+// failed allocations.
 //
-// Hostile text: safe, but that GetFloatArray and GetDoubleArray store as many values as the text spells.
+// Hostile text: safe, except that GetFloatArray and GetDoubleArray store as many values as the text holds.
 //
-// Threads: distinct buffers are independent; the reads of one buffer may run on several threads at once while
-// nothing changes it (and no thread changes the locale).
+// Threads: distinct buffers are independent; several threads may read one buffer while none changes it or the
+// locale.
 #ifndef V_SAX_DEFAULT_BUFFER_H
 #define V_SAX_DEFAULT_BUFFER_H
 
@@ -28,7 +28,7 @@
 
 class PELTO_API vSAXDefaultBuffer {
 public:
-    /// An empty text. The line is not set: it has no value before SetLine, or a handler with a locator.
+    /// An empty text. The line is uninitialised until SetLine, or a handler with a locator, sets it.
     vSAXDefaultBuffer();
     virtual ~vSAXDefaultBuffer();
     vSAXDefaultBuffer& operator=(const vSAXDefaultBuffer&) = delete;
@@ -38,14 +38,14 @@ public:
     void SetBuffer(const OXAUnicodeString& text);
     void SetLine(int line);  ///< of the document, for LogError
 
-    // Single values: nonzero when the text is one. On 0 LogError was called, and `value` is as it was unless
-    // noted. Numbers may have whitespace before them and anything behind.
+    // Single values: nonzero if the text is one. Otherwise 0, after a call of LogError, and `value` is
+    // unchanged unless noted. Numbers may have whitespace before them and anything after.
 
-    /// "true" or "false", exactly: no other case, no whitespace. Reported as "boolean".
+    /// Exactly "true" or "false": no capitals, no whitespace. Reported as "boolean".
     int GetBoolean(bool& value) const;
     int GetInt32(int& value) const;            ///< reported as "int32"
     int GetUint32(unsigned int& value) const;  ///< reported as "int32" too
-    /// The low 8 bits of an unsigned number: 300 gives 44. Reported as "uint8"; `value` has then no meaning.
+    /// The low 8 bits of an unsigned number: 300 gives 44. Reported as "uint8"; `value` then has no meaning.
     int GetUint8(unsigned char& value) const;
     int GetFloat(float& value) const;  ///< read as a double and rounded; reported as "float"
 
@@ -54,16 +54,16 @@ public:
     int GetString(std::string& value) const;
     int GetVString(TOZ::vString& value) const;
 
-    // Arrays of numbers between spaces and line feeds; other whitespace belongs to a number's token, and what
-    // follows a number in its token is ignored. The first `count` elements (none when it is negative) are set
-    // to zero before anything is read. Always 1, or an exception: std::invalid_argument ("invalid stoi
-    // argument", "... stof ...", "... stod ...") for a token that is no number, std::out_of_range ("stoi
-    // argument out of range", ...) for one that its type cannot hold, denormal floats included. The values
-    // before it are stored.
+    // Arrays of numbers, separated by spaces and line feeds; other whitespace belongs to a number's token,
+    // and what follows a number in its token is ignored. The first `count` elements (none if it is negative)
+    // are set to zero first. Always 1, or an exception: std::invalid_argument ("invalid stoi argument", "...
+    // stof ...", "... stod ...") for a token that is no number, std::out_of_range ("stoi argument out of
+    // range", ...) for one that its type cannot hold, denormal floats included. The values before it are
+    // stored.
 
-    /// At most `count` values, as an unsigned number; what follows them is not looked at.
+    /// At most `count` values, with `count` taken as unsigned; ignores the rest of the text.
     int GetIntArray(int* values, int count) const;
-    /// All values of the text, also beyond `count`: `values` must have room for as many as there are tokens.
+    /// All values of the text, even beyond `count`: `values` must have room for as many as there are tokens.
     int GetFloatArray(float* values, int count) const;
     /// As GetFloatArray.
     int GetDoubleArray(double* values, int count) const;
@@ -72,9 +72,9 @@ public:
     int GetVStringArray(vArray<TOZ::vString>& values) const;
 
 protected:
-    /// For derived classes; does nothing, and is not called here.
+    /// For derived classes; does nothing, and nothing here calls it.
     virtual void Log(const char* message) const;
-    /// A single value could not be read: the whole text, and the name of the type. Does nothing.
+    /// Called when a single value cannot be read, with the whole text and the name of the type. Does nothing.
     virtual void LogError(const char* value, const char* typeName) const;
 
 private:

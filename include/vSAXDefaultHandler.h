@@ -1,5 +1,5 @@
-// The base of XML readers: what a document holds, as calls of two hooks with element names and their
-// parents'.
+// The base of XML readers: delivers a document as calls of two hooks, with the names of each element and of
+// its parent.
 //
 //     class MaterialReader : public vSAXDefaultHandler {
 //     public:
@@ -11,14 +11,13 @@
 //         ...
 //     };
 //
-// A handler is a component: made with new, it holds one reference, and is given back with Release, never
-// deleted. vSAXReader installs it.
+// A handler is a component: made with new, it holds one reference; call Release, never delete it. vSAXReader
+// installs it.
 //
 // Errors: callbacks return S_OK or E_FAIL; their results do not stop a parse. What a hook throws leaves the
-// callback, the parser and the reader. Problems of the document go to the kernel log at level 5, with their
-// position.
+// callback, the parser and the reader. Problems of the document are logged at level 5, with their position.
 //
-// Threads: one handler serves one parse, on its thread. The first use of the meta-class must not race with
+// Threads: one handler serves one parse, on that thread. The first use of the meta-class must not race with
 // another.
 #ifndef V_SAX_DEFAULT_HANDLER_H
 #define V_SAX_DEFAULT_HANDLER_H
@@ -58,51 +57,51 @@ public:
     HRESULT StartElement(const OXAUnicodeString& uri, const OXAUnicodeString& localName,
                          const OXAUnicodeString& qName, const OXAISAXAttributes_var& attributes) override;
 
-    /// Calls OnEndElement and returns its result, but for the root element, whose end is not reported: S_OK.
+    /// Calls OnEndElement and returns its result. The end of the root element is not reported: S_OK.
     HRESULT EndElement(const OXAUnicodeString& uri, const OXAUnicodeString& localName,
                        const OXAUnicodeString& qName) override;
 
-    /// Appends to the buffer, and sets its line where there is a locator. E_FAIL without a buffer.
+    /// Appends to the buffer, and sets its line if there is a locator. E_FAIL without a buffer.
     HRESULT Characters(const OXAUnicodeString& chars) override;
 
-    /// Keeps the locator; it may outlive the parse. E_FAIL for null, and the one before stays.
+    /// Keeps the locator, which may outlive the parse. E_FAIL for null; the previous one then stays.
     HRESULT SetDocumentLocator(const OXAISAXLocator_var& documentLocator) override;
 
-    // Log what the parser found; Error and FatalError count it as well. E_FAIL for null, which is counted and
+    // Log the parser's problem; Error and FatalError also count it. E_FAIL for null, which is counted and
     // logged too.
 
     HRESULT Error(OXASAXParseException* exception) override;
     HRESULT FatalError(OXASAXParseException* exception) override;
     HRESULT Warning(OXASAXParseException* exception) override;
 
-    /// Calls of Error and FatalError since the handler was made, over all documents.
+    /// The number of calls of Error and FatalError since the handler was made, in all documents.
     unsigned int GetNbErrors() const;
 
-    /// Writes to the kernel log at level 5: a message as it is, anything else as "LABEL : line L column C
-    /// TEXT" with the locator's position (0 without one). A message is the log's format text: a percent sign
-    /// in it is written %%.
+    /// Writes to the kernel log at level 5: a message unchanged, anything else as "LABEL : line L column C
+    /// TEXT" with the locator's position (0 without one). A message is the log's format text: write a percent
+    /// sign as %%.
     virtual void Log(const char* message, ELogType type);
 
-    /// For derived classes, and not called here: forgets what was read, before another document. The elements
-    /// that a parse leaves open when it fails stay in elementStack until then.
+    /// For derived classes; nothing here calls it: forgets what was read, before another document. The
+    /// elements that a failed parse leaves open stay in elementStack until then.
     virtual void Reset() = 0;
-    /// For derived classes, and not called here: how the reader judges what it read.
+    /// For derived classes; nothing here calls it: how the reader judges what it read.
     virtual HRESULT GetStatus() const = 0;
 
-    /// An element begins. `parentName` is the local name of the element around it, "UNKNOWN" for the root.
+    /// An element begins. `parentName` is the local name of the element around it; for the root "UNKNOWN".
     virtual HRESULT OnStartElement(const OXAUnicodeString& name, const OXAUnicodeString& parentName,
                                    const OXAISAXAttributes_var& attributes) = 0;
 
-    /// An element that is not the root ends; the buffer holds its text behind its last child's start.
+    /// An element other than the root ends; the buffer holds its text after the start of its last child.
     virtual HRESULT OnEndElement(const OXAUnicodeString& name, const OXAUnicodeString& parentName,
                                  const OXAUnicodeString& qName) = 0;
 
 protected:
-    /// Deletes the buffer, and gives the locator back.
+    /// Deletes the buffer, and releases the locator.
     ~vSAXDefaultHandler() override;
 
     std::list<OXAUnicodeString> elementStack;  ///< names of the open elements, the innermost first
-    vSAXDefaultBuffer* buffer;                 ///< installed by the derived class, made with new; then owned
+    vSAXDefaultBuffer* buffer;                 ///< made by the derived class with new, then owned
     OXAISAXLocator_var locator;                ///< null before the first document
     unsigned int nbErrors;
 

@@ -1,4 +1,4 @@
-// Reading XML: a document from a file or from memory, validated, as callbacks of a handler.
+// XML reading: validates a document from a file or from memory, and delivers it as callbacks of a handler.
 //
 //     auto handler = OXAVar<MaterialReader>::Adopt(new MaterialReader);
 //     vSAXReader reader;
@@ -6,18 +6,18 @@
 //     reader.SetXSDSchema("material.xsd", "urn:material");
 //     const HRESULT result = reader.LoadFile("steel.xml");
 //
-// While it reads, the numeric C locale of the process is "C", so that numbers have a decimal dot; the locale
-// before is back when a call returns, also by an exception.
+// While it reads, the numeric C locale of the process is "C", so that numbers have a decimal dot; when a call
+// returns or throws, it restores the previous locale.
 //
-// Errors are results: S_OK, or a failure of the XML framework's. Problems of a document go to its handler; a
-// document that is not valid is read to its end with S_OK. What a handler throws leaves LoadFile and
-// LoadBuffer, and the reader can be used again.
+// Errors are results: S_OK, or a failure from the XML framework. Problems of a document go to its handler; an
+// invalid document is read to its end, with S_OK. What a handler throws leaves LoadFile and LoadBuffer, and
+// the reader can be used again.
 //
-// Hostile documents: safe, by the rules of OXAISAXXMLReader (no network, no files outside the document's own
-// folder, bounds on memory and time).
+// Hostile documents: safe, by the rules of OXAISAXXMLReader (no network, no files outside the document's
+// folder, limits on memory and time).
 //
-// Threads: one reader is used by one thread at a time. The locale is the whole process's: parses on several
-// threads, and numbers that another thread formats meanwhile, get in each other's way, so callers take turns.
+// Threads: use a reader on one thread at a time. The locale belongs to the whole process: do not parse on
+// several threads at once, nor format numbers on another thread meanwhile.
 #ifndef V_SAX_READER_H
 #define V_SAX_READER_H
 
@@ -32,21 +32,21 @@
 
 class PELTO_API vSAXReader {
 public:
-    /// Makes a validating parser. When there is none the kernel log hears of it (channel Mefx, level 5), and
-    /// the operations below return E_FAIL.
+    /// Makes a validating parser. If there is none, logs that (channel Mefx, level 5), and the operations
+    /// below return E_FAIL.
     vSAXReader();
     virtual ~vSAXReader();
 
     vSAXReader(const vSAXReader&) = delete;
     vSAXReader& operator=(const vSAXReader&) = delete;
 
-    /// Sends content and errors to the handler, of which the parser holds references from now on; null sends
-    /// them nowhere. The handler before is dropped first.
+    /// Sends content and errors to the handler, to which the parser then holds references; null sends them
+    /// nowhere. Releases the previous handler first.
     HRESULT SetDocumentHandler(vSAXDefaultHandler* handler);
 
-    /// Loads the XML Schema in the file `xsdFile` under `schemaKey`, usually its target namespace: every
-    /// document from now on is validated against it. The same key replaces what was loaded under it. Problems
-    /// of the schema go to the handler; that the file cannot be had, to the kernel log at level 4.
+    /// Loads the XML Schema in the file `xsdFile` under `schemaKey`, usually its target namespace, and
+    /// validates every later document against it. Replaces what was loaded under the same key. Problems of
+    /// the schema go to the handler; a file that cannot be read is logged at level 4.
     HRESULT SetXSDSchema(const char* xsdFile, const char* schemaKey);
 
     /// Forgets the loaded schemas.
@@ -55,7 +55,7 @@ public:
     /// Parses the file. A missing one is a fatal error for the handler, and a failure.
     HRESULT LoadFile(const char* path);
 
-    /// Parses the zero-terminated document `xmlText`, in UTF-8, of which a copy is taken.
+    /// Parses a copy of the zero-terminated document `xmlText`, in UTF-8.
     HRESULT LoadBuffer(const char* xmlText);
 
 private:

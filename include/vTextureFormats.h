@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// Every pixel format that a DDS file can hold, and some more of KTX2 files, as compile-time data: one line a
-// format.
+// Every pixel format of DDS files, and more of KTX2 files, as compile-time data: one line a format.
 //
 // The table names the DXGI formats (published in Microsoft's DXGI_FORMAT reference), the formats that only
 // the older header of a DDS file can express, by FourCC, by Direct3D 9 format number or by channel masks
-// (published in "Programming Guide for DDS" and the D3DFORMAT reference), and sRGB formats of KTX2 files
-// (VkFormat). A name lists the channels from the lowest bit of a pixel up, the pixel being a little-endian
-// number.
+// (published in "Programming Guide for DDS" and the D3DFORMAT reference), and sRGB formats of KTX2 files. A
+// name lists the channels of a pixel, a little-endian number, from its lowest bits up.
 //
-// Hostile data: every lookup takes any number. Errors: a null pointer where there is no such format.
+// Hostile data: every lookup takes any number. Errors: a null pointer if there is no such format.
 // Threads: constant data, and functions without state.
 #ifndef V_TEXTURE_FORMATS_H
 #define V_TEXTURE_FORMATS_H
@@ -40,7 +38,7 @@ struct vPixelFormat {
         eFloat,           ///< 32 or 16 bits: IEEE; 11 or 10 bits: no sign, 5 bits of exponent
         eSharedExponent,  ///< a 9-bit mantissa, or the 5-bit exponent E that all of them share
         eXRBias,          ///< (number - 384) / 510
-        eTypeless,        ///< left to the reader
+        eTypeless,        ///< whatever the reader chooses
     };
 
     /// R, G, B, A, L (luminance), D (depth), S (stencil), Y, U, V, P (palette index), E (exponent), or X:
@@ -51,7 +49,7 @@ struct vPixelFormat {
         EKind kind;
     };
 
-    /// Channels from the lowest bit up, ended by letter 0. Of blocks, what they decode to.
+    /// Channels from the lowest bit up; letter 0 ends the list. Of blocks, what they decode to.
     struct Channels {
         static constexpr int kMost = 9;
         Channel list[kMost + 1];
@@ -73,24 +71,23 @@ struct vPixelFormat {
 
     static constexpr std::int8_t kRefused = -1;
 
-    char name[40];       ///< "BC1_UNORM": the DXGI name without its prefix, or a name in the same manner
-    std::uint16_t dxgi;  ///< DXGI_FORMAT; 0 where there is none
-    std::uint16_t
-        vulkan;  ///< VkFormat of the same bytes, by which KTX2 files name formats; 0 where there is none
-    std::uint16_t openGL;  ///< sized internal format that holds the values; 0 where there is none
+    char name[40];         ///< "BC1_UNORM": the DXGI name without its prefix, or a name in the same manner
+    std::uint16_t dxgi;    ///< DXGI_FORMAT; 0 if there is none
+    std::uint16_t vulkan;  ///< VkFormat of the same bytes, which KTX2 files use; 0 if there is none
+    std::uint16_t openGL;  ///< sized internal format that holds the values; 0 if there is none
     ELayout layout;
     std::uint8_t blockWidth;   ///< pixels across a block; 1 for single pixels
     std::uint8_t blockHeight;  ///< pixels down a block
-    std::uint8_t blockBytes;   ///< of a block or pixel; of the first plane where there are several
+    std::uint8_t blockBytes;   ///< of a block or pixel; of the first plane if there are several
     std::uint8_t planes;
     bool srgb;
     std::int8_t loader;  ///< the TOZ::SUPPORTED_FORMAT that vDDSImage makes of it in a DX10 file, or kRefused
     Channels channels;
 
-    /// Bytes of a row of pixels or blocks; of the first plane where there are several.
+    /// Bytes of a row of pixels or blocks; of the first plane if there are several.
     PELTO_API std::uint64_t RowBytes(std::uint32_t width) const;
 
-    /// Bytes of a slice of `width` x `height` pixels, all planes together; UINT64_MAX where they are more.
+    /// Bytes of a slice of `width` x `height` pixels, all planes together; UINT64_MAX if they are more.
     PELTO_API std::uint64_t SliceBytes(std::uint32_t width, std::uint32_t height) const;
 };
 
@@ -102,7 +99,7 @@ struct vLegacyFormat {
     bool premultiplied;  ///< the FourCC says that colour is multiplied by alpha
 };
 
-/// Lookups in the tables below. What they return lives as long as the program.
+/// Lookups in the tables below. Their results live as long as the program.
 class PELTO_API vTextureFormats {
 public:
     static const vPixelFormat* FindDXGI(std::uint32_t dxgi);
@@ -111,11 +108,12 @@ public:
     /// `name` is zero-terminated and compared as it is: "BC1_UNORM".
     static const vPixelFormat* FindName(const char* name);
 
-    /// By the FourCC of a DDS header as a little-endian number, or the Direct3D 9 format number in its place.
+    /// By the FourCC of a DDS header, a little-endian number, or by the Direct3D 9 format number in its
+    /// place.
     static const vLegacyFormat* FindFourCC(std::uint32_t fourCC);
 
-    /// Describes the pixels of a DDS header that has no FourCC, by its flags, bit count and masks. False,
-    /// with `format` unchanged, where these name no format: none, or ones that overlap, have holes, or exceed
+    /// Describes the pixels of a DDS header without a FourCC, by its flags, bit count and masks. False, with
+    /// `format` unchanged, if these name no format: masks that are missing, overlap, have holes, or exceed
     /// the pixel. Luminance alone or alpha alone needs no mask: it fills the pixel.
     static bool FromMasks(const TOZ::DDS_PIXELFORMAT& header, vPixelFormat& format);
 };

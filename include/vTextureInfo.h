@@ -3,15 +3,15 @@
 //
 // Reads DDS files (published in Microsoft's "DDS File Layout" and "Programming Guide for DDS"), .basis files
 // ("Basis Universal supercompressed GPU texture codec" specification) and KTX2 files (Khronos "KTX File
-// Format Specification", version 2). Of a file only the headers are read. A file is described as its format
-// means it, which is not always what vDDSImage and TOZ::vBasisImage make of it: `loads`, `faithful` and
-// `notes` say where these differ.
+// Format Specification", version 2), and of these only the headers. Describes a file as its format means it,
+// which is not always what vDDSImage and TOZ::vBasisImage make of it: `loads`, `faithful` and `notes` say
+// where they differ.
 //
 // Hostile files: safe on any bytes. No operation reads outside the given bytes; memory and time are bounded
-// by the file's real length, whatever its headers claim. Of KTX2 and .basis files, compressed data are not
-// looked at.
+// by the file's real length, whatever its headers claim. The compressed data of KTX2 and .basis files stays
+// unread.
 //
-// Errors: none but std::bad_alloc; everything else is in `problem`.
+// Errors: only std::bad_alloc; everything else is in `problem`.
 //
 // Threads: no state; every operation may run on several threads at once.
 #ifndef V_TEXTURE_INFO_H
@@ -36,19 +36,19 @@ struct ByteSource;
 struct DDSHeaders;
 }  // namespace pelto::info
 
-/// Something that a careful person would want to know about a file.
+/// Something to know about a file, such as a way in which vDDSImage misreads it.
 struct PELTO_API vTextureNote {
     enum ECode : std::int32_t {
-        eLayersDropped,            ///< vDDSImage reads the first layer alone
-        ePartialCube,              ///< a cube map without all six faces, which vDDSImage expects
+        eLayersDropped,            ///< vDDSImage reads only the first layer
+        ePartialCube,              ///< a cube map that lacks some of the six faces that vDDSImage expects
         eCubeFlagOnlyInExtension,  ///< the DX10 header says cube map, the older one does not: vDDSImage reads
                                    ///< one face
         eChannelMasks,             ///< vDDSImage moves or cuts channels in a way that the masks do not mean
         eFloatWithMasks,           ///< vDDSImage applies the header's masks to floats
-        eSignLost,                 ///< vDDSImage takes signed numbers for unsigned ones
-        eThreeBytePixels,          ///< vDDSImage reads four bytes a pixel as three
-        ePaddedRows,               ///< rows are padded to 4 bytes, which vDDSImage takes for pixels
-        ePalette,                  ///< vDDSImage takes palette and indices for grey
+        eSignLost,                 ///< vDDSImage reads signed numbers as unsigned
+        eThreeBytePixels,          ///< vDDSImage reads pixels of four bytes as three
+        ePaddedRows,               ///< rows are padded to 4 bytes, and vDDSImage reads the padding as pixels
+        ePalette,                  ///< vDDSImage reads palette and indices as grey
         eLeftoverBytes,            ///< the file is longer than its levels
         eStaleFourCC,   ///< FourCC DX10 without the FourCC flag: vDDSImage skips a header that is not there
         eTruncated,     ///< the file is shorter than its levels
@@ -57,20 +57,20 @@ struct PELTO_API vTextureNote {
         eLFSPointer,    ///< a Git LFS pointer in place of the file
         eCubeFlagOnlyInHeader,  ///< the DX10 header does not say cube map, the older one does: vDDSImage
                                 ///< reads six
-        eDepthWithoutVolume,    ///< the header gives a depth without being a volume's: vDDSImage reads it
+        eDepthWithoutVolume,    ///< the header gives a depth but says no volume: vDDSImage uses it
     };
 
     ECode code;
     std::string text;  ///< a sentence for a person, without the file's name
 
-    /// "layersDropped": the code for scripts.
+    /// The code for scripts: "layersDropped".
     const char* CodeName() const;
 };
 
 /// One level of one face of one layer.
 struct vTextureLevel {
     std::uint32_t layer = 0;
-    std::uint32_t face = 0;  ///< +X, -X, +Y, -Y, +Z, -Z from 0, also where a cube map lacks some; else 0
+    std::uint32_t face = 0;  ///< +X, -X, +Y, -Y, +Z, -Z from 0, even if a cube map lacks some; else 0
     std::uint32_t level = 0;
     std::uint32_t width = 0;  ///< pixels
     std::uint32_t height = 0;
@@ -97,30 +97,30 @@ public:
     /// Describes the file `path` (in the C runtime's fopen encoding). Opens it once.
     static vTextureInfo ReadFile(const std::string& path, const vTextureLimits& limits = vTextureLimits());
 
-    /// Describes the file as ReadFile does, and looks at what vTextureCheck looks at, which is the codebooks
-    /// of .basis files besides.
+    /// As ReadFile, but `check` is all that vTextureCheck says: this also decodes the codebooks of .basis
+    /// files.
     static vTextureInfo CheckFile(const std::string& path, const vTextureLimits& limits = vTextureLimits());
 
-    /// Describes `size` bytes at `data`, a whole file or the start of one. They stay the caller's.
+    /// Describes `size` bytes at `data`, a file or its start. They stay the caller's.
     static vTextureInfo ReadBuffer(const void* data, std::uint64_t size,
                                    const vTextureLimits& limits = vTextureLimits());
 
-    /// Why the file cannot be described; ok() where it is. A truncated file is described.
+    /// Why the file cannot be described; ok() if it is. A truncated file is described.
     vTextureCheck::Result problem;
 
-    /// What vTextureCheck says of it: whether a loader takes it. Of ReadFile and ReadBuffer, without the
-    /// codebooks of .basis files.
+    /// What vTextureCheck says: whether a loader takes the file. After ReadFile and ReadBuffer, without a
+    /// look at the codebooks of .basis files.
     vTextureCheck::Result check;
 
-    EContainer container = eNoContainer;  ///< also where the file of that kind cannot be described
+    EContainer container = eNoContainer;  ///< also set if the file cannot be described
 
-    /// "BC1_UNORM", of .basis and supercompressed KTX2 files the codec: "UASTC LDR 4x4".
+    /// "BC1_UNORM"; for .basis and supercompressed KTX2 files the codec, "UASTC LDR 4x4".
     std::string format;
 
-    /// Of plain data: what `format` names. blockBytes is 0 where the file holds a codec's data.
+    /// Of plain data: what `format` names. blockBytes is 0 if the file holds a codec's data.
     vPixelFormat pixels{};
 
-    std::uint32_t dxgi = 0;                     ///< DXGI_FORMAT of the same bytes; 0 where there is none
+    std::uint32_t dxgi = 0;                     ///< DXGI_FORMAT of the same bytes; 0 if there is none
     int loaderFormat = vPixelFormat::kRefused;  ///< TOZ::SUPPORTED_FORMAT that vDDSImage gives it
 
     int dimension = 2;                               ///< 1, 2 or 3
@@ -138,12 +138,12 @@ public:
     std::uint64_t fileBytes = 0;     ///< of the file
     std::uint64_t missingBytes = 0;  ///< that the last levels lack
 
-    /// Whether vDDSImage or TOZ::vBasisImage takes the file whole. Of .basis files, damaged codebooks, which
-    /// vTextureCheck finds, are not looked at.
+    /// Whether vDDSImage or TOZ::vBasisImage takes the whole file. Only CheckFile finds damaged
+    /// codebooks of .basis files.
     bool loads = false;
 
-    /// Whether what they then hold is what the file means: all layers and faces, the right channels, signs
-    /// and rows.
+    /// Whether what they then hold is what the file means: all layers and faces, and the right channels,
+    /// signs and rows.
     bool faithful = false;
 
     std::vector<vTextureNote> notes;
@@ -151,16 +151,16 @@ public:
     bool Described() const { return problem.ok(); }
     bool HasNote(vTextureNote::ECode code) const;
 
-    /// ok() where all levels are whole; else eTruncated, with the first level that is not.
+    /// ok() if all levels are whole; else eTruncated, with the first level that is not.
     vTextureCheck::Result WhatIsMissing() const;
 
-    /// Levels of all faces of all layers.
+    /// The number of levels of all faces of all layers.
     std::uint64_t GetNumImages() const;
 
-    /// In the file's order. `index` below GetNumImages().
+    /// A level in the file's order; `index` must be below GetNumImages().
     vTextureLevel GetImage(std::uint64_t index) const;
 
-    /// `face` as in vTextureLevel. One without bytes where the file has no such level.
+    /// `face` as in vTextureLevel. Gives a level without bytes if the file has no such level.
     vTextureLevel GetLevel(std::uint32_t layer, std::uint32_t face, std::uint32_t level) const;
 
 private:

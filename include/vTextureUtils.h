@@ -1,14 +1,14 @@
 // Sizes of textures by format, and converters that widen pixels to four channels.
 //
-// Texture formats and client data types are known here by their numbers: what counts is how many bytes
-// their pixels or blocks take. The block-compressed formats, all on 4x4-pixel blocks, are in turn the pairs
-// of BC1, BC2, BC3, BC4, BC5, BC6H and BC7 (published in the Khronos Data Format Specification).
+// Texture formats and client data types have numbers for names; all that matters is how many bytes their
+// pixels or blocks take. The block-compressed formats, with blocks of 4x4 pixels, are the pairs of BC1, BC2,
+// BC3, BC4, BC5, BC6H and BC7, in this order (published in the Khronos Data Format Specification).
 //
 // Size arithmetic is unsigned 32-bit and wraps around.
 //
-// Errors: a format that does not fit and a null pointer are reported through CheckFailure__ and
-// Check_Pointer_Failed__, which return; the operation then returns 0 or null. Exceptions are the standard
-// library's for memory that cannot be had.
+// Errors: a wrong format and a null pointer are reported through CheckFailure__ and Check_Pointer_Failed__,
+// which return; the operation then returns 0 or null. The only exceptions are the standard library's for
+// failed allocations.
 //
 // Threads: no state; every operation may run on several threads at once.
 #ifndef V_TEXTURE_UTILS_H
@@ -23,7 +23,7 @@
 struct vTextureFormat {
     // clang-format off
 
-    /// 1 to 50 are uncompressed, 51 to 64 block-compressed; 0 and what is above is no format.
+    /// 1 to 50 are uncompressed, 51 to 64 block-compressed; no other number is a format.
     enum Type : std::int32_t {
         FORMAT_1 = 1, FORMAT_2 = 2, FORMAT_3 = 3, FORMAT_4 = 4, FORMAT_5 = 5,
         FORMAT_6 = 6, FORMAT_7 = 7, FORMAT_8 = 8, FORMAT_9 = 9, FORMAT_10 = 10,
@@ -45,7 +45,7 @@ struct vTextureFormat {
 
 // clang-format off
 
-/// Layouts of the pixel data that a client hands over; 0 and what is above 36 is no type.
+/// Layouts of a client's pixel data; no other number is a type.
 enum vTextureClientDataType : std::int32_t {
     CLIENT_TYPE_1 = 1, CLIENT_TYPE_2 = 2, CLIENT_TYPE_3 = 3, CLIENT_TYPE_4 = 4,
     CLIENT_TYPE_5 = 5, CLIENT_TYPE_6 = 6, CLIENT_TYPE_7 = 7, CLIENT_TYPE_8 = 8,
@@ -60,8 +60,8 @@ enum vTextureClientDataType : std::int32_t {
 
 // clang-format on
 
-/// Static helpers for creating and uploading textures. `level` is a mip level: 0 is the full image, and
-/// shifts take it modulo 32.
+/// Static helpers for creating and uploading textures. `level` is a mip level, taken modulo 32: 0 is the full
+/// image.
 class PELTO_API vTextureUtils {
 public:
     /// The extent of a level in pixels: each component is max(component >> level, 1).
@@ -75,14 +75,14 @@ public:
                                               unsigned int level);
     static unsigned int ComputeImageNumPixels(TOZ::vTVec3<unsigned int, 0> size, unsigned int level);
 
-    /// Bytes of a level in a texture format. A block-compressed level is counted in whole blocks and as one
-    /// slice, whatever its depth. What is no format is reported and gives 0.
+    /// Bytes of a level in a texture format. A block-compressed level counts in whole blocks and as one
+    /// slice, whatever its depth. A number that is no format is reported and gives 0.
     static unsigned int ComputeImageSizeInBytes(unsigned int width, unsigned int height, unsigned int depth,
                                                 unsigned int level, vTextureFormat::Type format);
     static unsigned int ComputeImageSizeInBytes(TOZ::vTVec3<unsigned int, 0> size, unsigned int level,
                                                 vTextureFormat::Type format);
 
-    /// Bytes of a level of client data. What is no type gives 0, without a report.
+    /// Bytes of a level of client data. A number that is no type gives 0, without a report.
     static unsigned int ComputeImageSizeInBytes(unsigned int width, unsigned int height, unsigned int depth,
                                                 unsigned int level, vTextureClientDataType type);
     static unsigned int ComputeImageSizeInBytes(TOZ::vTVec3<unsigned int, 0> size, unsigned int level,
@@ -92,20 +92,20 @@ public:
     static unsigned int ComputeMipSizeInBytes(unsigned int width, unsigned int height, unsigned int depth,
                                               unsigned int level, vTextureFormat::Type format);
 
-    /// The number of levels of a full mip chain down to 1 x 1; 0 when both extents are 0.
+    /// The number of levels of a full mip chain down to 1 x 1; 0 if both extents are 0.
     static unsigned int ComputeMipmapNumber(unsigned int width, unsigned int height);
 
     /// Whether the format is block-compressed.
     static bool IsCompressed(const vTextureFormat::Type& format);
 
-    /// A client data type that suits the format; CLIENT_TYPE_23 where there is none of its own.
+    /// A client data type that suits the format; CLIENT_TYPE_23 if no other does.
     static vTextureClientDataType ComputeCompatibleFormat(vTextureFormat::Type format);
 
-    // The converters read `size` bytes at `iData`, which may lie at any address, and return a new buffer of
-    // the whole pixels among them; bytes of a last, partial pixel are ignored. The buffer belongs to the
-    // caller, who releases it with array delete; without a pixel it is empty, not null. A null `iData` is
-    // reported and gives null. Throws std::bad_array_new_length for a result that no memory could hold,
-    // std::bad_alloc for one that this memory cannot.
+    // The converters read `size` bytes at `iData`, which may lie at any address, and return a new buffer with
+    // the whole pixels among them; they ignore a last, partial pixel. The caller owns the buffer and releases
+    // it with array delete; without a pixel it is empty, not null. A null `iData` is reported and gives null.
+    // They throw std::bad_array_new_length for a result too large for any memory, std::bad_alloc for one that
+    // cannot be allocated.
 
     /// 3 bytes a pixel to 4: red, green, blue, 255.
     static unsigned char* ConvertRGB8ToRGBA8(const unsigned char* iData, std::uint64_t size);
@@ -116,7 +116,7 @@ public:
     /// 4 bytes a pixel, blue first, to red, green, blue, alpha.
     static unsigned char* ConvertBGRA8ToRGBA8(const unsigned char* iData, std::uint64_t size);
 
-    /// 3 floats a pixel to 4, the fourth being 1. The bits of the three are kept.
+    /// 3 floats a pixel to 4; the fourth is 1. Keeps the bits of the three.
     static unsigned char* ConvertRGB32FToRGBA32F(const unsigned char* iData, std::uint64_t size);
 
 private:

@@ -126,7 +126,7 @@ TEST_F(Library, SaysWhichFileIsMissing) {
 TEST_F(Library, SaysWhichFileIsNoTexture) {
     folder_.write("a.dds", "PNG!");
     expect_problem(texture("a", "a.dds"),
-                   "a.dds: is not a texture file (DDS, .basis or KTX2): it starts with \"PN\"");
+                   "a.dds: is not a DDS, .basis or KTX2 file: it starts with \"PNG!\"");
 }
 
 TEST_F(Library, SaysWhichFileIsCutShort) {

@@ -58,7 +58,7 @@ TEST_F(SheetErrors, SaysWhatIsWrongWithAFile) {
     expect_refused(folder_.path("."), "is a directory");
     expect_refused(folder_.write("empty.dds", ""), "is empty");
     expect_refused(folder_.write("text.dds", "Hello, world"),
-                   "is a text file, not a texture file (DDS, .basis or KTX2)");
+                   "is a text file, not a DDS, .basis or KTX2 file");
     expect_refused(write("fourcc.dds", dds_file(fourcc_header(four_cc("ETC1")).sized(4, 4), Bytes(16))),
                    "the FourCC \"ETC1\" at byte 84 is not known");
     expect_refused(folder_.write("bad.basis", "sB and nothing more"), "");

@@ -165,8 +165,8 @@ TEST_F(SheetOfFormats, ShowsFloatsToneMapped) {
          {one, two, half}},
         // Exponents 15, 16 and 14, and no mantissa.
         {"R11G11B10_FLOAT", dxgi_header(26), {0xC0, 0x03, 0x20, 0x70}, {one, two, half}},
-        // 128, 256 and 64 times 2^(16 - 24) with an exponent of 16, and twice that.
-        {"R9G9B9E5_SHAREDEXP", dxgi_header(67), {0x80, 0x00, 0x02, 0x89}, {one, two, tone(1)}},
+        // 128, 256 and 64, times 2^(17 - 24).
+        {"R9G9B9E5_SHAREDEXP", dxgi_header(67), {0x80, 0x00, 0x02, 0x89}, {one, two, half}},
     });
 }
 

@@ -9,14 +9,14 @@
 
 class OXAMetaClass;
 
-/// A reference-counted object. It is made with `new`, holds one reference then, which is its maker's, and is
-/// deleted by the Release that gives the last one back. OXAVar counts for its user.
+/// A reference-counted object. `new` makes it with one reference, which belongs to its maker, and the Release
+/// of the last reference deletes it. OXAVar counts for you.
 ///
-/// A class derives from this one alone, directly or through other components, so that a component has the
-/// same address as each of its classes. It names itself by overriding GetMetaObject. An interface that is
-/// not among its bases is offered by overriding both queries.
+/// A class derives only from this one, directly or through other components, so that a component has the
+/// same address as each of its classes. It names itself by overriding GetMetaObject. To offer an interface
+/// that is not among its bases, it overrides both queries.
 ///
-/// Threads: AddRef and Release may be called from any thread; all else is the derived class's to say.
+/// Threads: any thread may call AddRef and Release; the derived class decides about everything else.
 class PELTO_COMPONENT_API OXABaseUnknown {
 public:
     OXABaseUnknown(const OXABaseUnknown&) = delete;
@@ -24,19 +24,19 @@ public:
 
     // The order of the virtual operations is part of the binary interface.
 
-    /// Asks for the class or interface that `classId` names. When the object has it, `*object` points to it
-    /// and has a new reference, the caller's to release. Otherwise `*object` is null and the result
-    /// E_NOINTERFACE; it is E_POINTER when `object` is null.
+    /// Asks for the class or interface that `classId` names. If the object has it, `*object` points to it,
+    /// with a new reference that the caller releases. Otherwise `*object` is null and the result
+    /// E_NOINTERFACE. A null `object` gives E_POINTER.
     virtual HRESULT QueryInterface(const GUID& classId, void** object);
 
     /// Adds a reference and returns the new count.
     virtual unsigned int AddRef();
 
-    /// Gives a reference back and returns the new count; at 0 the object is gone.
+    /// Releases a reference and returns the new count; at 0 the object is gone.
     virtual unsigned int Release();
 
-    // Components carry no type information and take no calls by name. These set their results to 0 or null,
-    // where there is a place for one, and return E_NOTIMPL.
+    // Components have no type information and take no calls by name. These set their results, if they have a
+    // place for one, to 0 or null, and return E_NOTIMPL.
     virtual HRESULT GetTypeInfoCount(unsigned int* count);
     virtual HRESULT GetTypeInfo(unsigned int index, unsigned int locale, void** typeInfo);
     virtual HRESULT GetIDsOfNames(const GUID& classId, const char* const* names, unsigned int count,
@@ -44,40 +44,40 @@ public:
     virtual HRESULT Invoke(int id, const GUID& classId, unsigned int locale, unsigned int flags,
                            void* parameters, void* result);
 
-    /// The same query by the name of a class or interface: null when the object does not have it or
-    /// `className` is null, else with a new reference, to be cast to that class with static_cast.
+    /// The same query by the name of a class or interface: null if the object does not have it or `className`
+    /// is null; else with a new reference. Cast the result to that class with static_cast.
     virtual OXABaseUnknown* QueryInterface(const char* className);
 
 protected:
     OXABaseUnknown() noexcept;
 
-    /// Users release a component, they never delete it.
+    /// Release a component, never delete it.
     virtual ~OXABaseUnknown();
 
 public:
-    /// The meta-class of the object's own class.
+    /// The meta-class of the object's most derived class.
     virtual OXAMetaClass* GetMetaObject() const;
 
-    /// The name of the object's own class; lives as long as the meta-class.
+    /// The name of that class; lives as long as the meta-class.
     virtual const char* IsA() const;
 
-    /// 1 when the object's class or one of its bases has that name, else 0.
+    /// 1 if the object's class or one of its bases has that name, else 0.
     virtual int IsAKindOf(const char* className) const;
 
     /// The component behind this object: the object itself, or, for an interface that a component offers
     /// beside its bases, that component. Adds no reference.
     virtual const OXABaseUnknown* GetImpl() const;
 
-    /// Puts another component behind this object; E_NOTIMPL where that cannot be done, as here.
+    /// Puts another component behind this object; E_NOTIMPL if it cannot, as here.
     virtual HRESULT SetImpl(OXABaseUnknown* implementation);
 
-    /// 1 when there is no component behind this object, else 0.
+    /// 1 if there is no component behind this object, else 0.
     virtual int IsNull() const;
 
-    /// 1 when `other` is this component, seen through whichever interface, else 0, as for null.
+    /// 1 if `other` is this component, through whichever interface; else 0, also for null.
     virtual int IsEqual(const OXABaseUnknown* other) const;
 
-    /// Asks the component to change to a state of its own definition; E_NOTIMPL where it has none, as here.
+    /// Asks the component to change to a state that it defines; E_NOTIMPL if it defines none, as here.
     virtual HRESULT ChangeComponentState(int state);
 
     static OXAMetaClass* MetaObject();

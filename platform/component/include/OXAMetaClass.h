@@ -8,9 +8,9 @@
 #include "OXAComponentExport.h"
 #include "OXATypes.h"
 
-/// Describes one class. There is one object for each pair of class name and framework name, made and kept
-/// by fct_RetrieveMetaObject until the component library is unloaded, and never changed: any thread may
-/// read it. Its texts live as long as it does.
+/// Describes one class. fct_RetrieveMetaObject makes one object for each pair of class name and framework
+/// name, keeps it until the component library is unloaded, and never changes it: any thread may read it. Its
+/// texts live as long as it does.
 class PELTO_COMPONENT_API OXAMetaClass {
 public:
     OXAMetaClass(const OXAMetaClass&) = delete;
@@ -26,7 +26,7 @@ public:
     /// Derived from the class name and the framework name alone: the same in every process and build.
     const GUID& ClassId() const noexcept;
 
-    /// 1 when the class or one of its bases, direct or not, has that name, else 0; null names no class.
+    /// 1 if the class or one of its bases, direct or not, has that name, else 0; null names no class.
     int IsAKindOf(const char* className) const noexcept;
 
 private:
@@ -46,10 +46,10 @@ private:
     GUID _classId;
 };
 
-/// The meta-class of `className` in `framework`, made from the other arguments the first time and found
-/// again later, when they are not looked at. Null texts read as empty ones; the texts are copied.
+/// The meta-class of `className` in `framework`. The first call makes it from the other arguments; later
+/// calls find it again, and ignore them. Null texts read as empty ones; the texts are copied.
 ///
-/// Never null. Throws std::bad_alloc, and has then registered nothing. May be called from any thread.
+/// Never null. Throws std::bad_alloc, and then registers nothing. Any thread may call this.
 PELTO_COMPONENT_API OXAMetaClass* fct_RetrieveMetaObject(const char* className, int kind, OXAMetaClass* base,
                                                          const char* version, const char* framework,
                                                          std::size_t size);

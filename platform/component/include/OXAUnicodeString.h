@@ -9,13 +9,12 @@
 
 /// A Unicode text, held as UTF-8.
 ///
-/// 8-bit text is taken as UTF-8 and kept byte by byte, valid or not: nothing here fails on bad text. The
-/// memory of a string that is assigned to or appended to is used again. The only exceptions are
-/// std::bad_alloc and, at the limit of std::string, std::length_error; the string is unchanged then, except
-/// by AssignUtf16, which leaves a text that is not specified.
+/// 8-bit text counts as UTF-8 and stays as it is, valid or not: nothing here fails on bad text. Assigning and
+/// appending reuse the string's memory. The only exceptions are std::bad_alloc and, at the limit of
+/// std::string, std::length_error; the string is then unchanged, except by AssignUtf16, which leaves an
+/// unspecified text.
 ///
-/// Threads: distinct strings are independent; one string may be read by several threads while none changes
-/// it.
+/// Threads: distinct strings are independent; several threads may read one string while none changes it.
 class PELTO_COMPONENT_API OXAUnicodeString {
 public:
     /// The empty text.
@@ -24,7 +23,7 @@ public:
     /// A copy of the zero-terminated UTF-8 `text`; null gives the empty text.
     OXAUnicodeString(const char* text);
 
-    /// A copy of `length` bytes of UTF-8, zero bytes included; `text` may be null when there are none.
+    /// A copy of `length` bytes of UTF-8, zero bytes included; `text` may be null if `length` is 0.
     OXAUnicodeString(const char* text, std::size_t length);
 
     OXAUnicodeString(const OXAUnicodeString& other);
@@ -34,22 +33,22 @@ public:
     OXAUnicodeString& operator=(const OXAUnicodeString& other);
     OXAUnicodeString& operator=(OXAUnicodeString&& other) noexcept;  ///< leaves `other` empty
 
-    /// As from the constructor, and `text` may lie within this string.
+    /// As the constructor; `text` may lie within this string.
     OXAUnicodeString& operator=(const char* text);
 
     /// Adds a copy of `other`, which may be this string itself, at the end.
     void Append(const OXAUnicodeString& other);
 
     /// Becomes the text of `length` UTF-16 code units, zeros included. A surrogate without its other half
-    /// becomes U+FFFD. `text` may be null when `length` is 0.
+    /// becomes U+FFFD. `text` may be null if `length` is 0.
     void AssignUtf16(const char16_t* text, std::size_t length);
 
-    /// The zero-terminated UTF-8 text, never null; owned by the string and valid until it is changed.
+    /// The zero-terminated UTF-8 text, never null; owned by the string and valid until it changes.
     const char* ConvertToChar() const noexcept;
 
     /// Reads the text by the scanf-style `format`, which converts one value of the type that `dest` points
-    /// to, under the current locale. Returns the number of values converted: 0 on failure, at the end of the
-    /// input too, and when `dest` or `format` is null. What follows the value in the text does not matter.
+    /// to, under the current locale. Returns the number of converted values: 0 on failure, including the end
+    /// of the input, and if `dest` or `format` is null. Ignores what follows the value.
     int ConvertToNum(void* dest, const char* format) const;
 
     /// Bytes in the text, without the terminating zero.

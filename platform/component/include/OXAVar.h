@@ -9,7 +9,7 @@
 #include "OXABaseUnknown.h"
 #include "OXAComponentExport.h"
 
-/// A null reference was used as if it were none.
+/// Thrown when a null reference is used as an object.
 class PELTO_COMPONENT_API OXANullVarError : public std::logic_error {
 public:
     OXANullVarError();
@@ -19,13 +19,13 @@ public:
 /// Throws OXANullVarError.
 [[noreturn]] PELTO_COMPONENT_API void ThrowErrorNullVar();
 
-/// Refers to a component of class T, or to none, and holds one reference of it.
+/// Refers to a component of class T, or to none, and holds one reference to it.
 ///
 ///     OXAISAXXMLReader_var reader;                  // null
-///     OXAIXMLSchemaLoader_var loader(reader);       // an interface query; null when there is no such one
+///     OXAIXMLSchemaLoader_var loader(reader);       // an interface query; null if it has none
 ///     OXAVar<Mine> mine = OXAVar<Mine>::Adopt(new Mine);
 ///
-/// Threads: distinct references are independent, also to the same component.
+/// Threads: distinct references are independent, even to the same component.
 template <class T>
 class OXAVar {
     template <class U>
@@ -46,7 +46,7 @@ public:
     template <class U, std::enable_if_t<_isUpcast<U>, int> = 0>
     OXAVar(const OXAVar<U>& other) : OXAVar(static_cast<T*>(other.Get())) {}
 
-    /// To another interface, by a query: null when `other` is null or has no such interface.
+    /// To another interface, by a query: null if `other` is null or has no such interface.
     template <class U, std::enable_if_t<!_isUpcast<U>, int> = 0>
     explicit OXAVar(const OXAVar<U>& other) : OXAVar(other.Get()) {}
 
@@ -77,20 +77,20 @@ public:
 
     ~OXAVar() { Reset(); }
 
-    /// Throws OXANullVarError when the reference is null.
+    /// Throws OXANullVarError if the reference is null.
     T* operator->() const {
         if (!_object) ThrowErrorNullVar();
         return _object;
     }
 
-    /// The component, or null. Adds no reference: the pointer is good while a reference is held.
+    /// The component, or null. Adds no reference: the pointer is valid while someone holds a reference.
     T* Get() const noexcept { return _object; }
 
     bool IsNull() const noexcept { return !_object; }
     explicit operator bool() const noexcept { return _object != nullptr; }
 
-    /// Gives the reference back and becomes null, in the other order: the component may be destroyed by
-    /// this, and may look at the reference then.
+    /// Becomes null, then releases the reference: that may destroy the component, which may read this
+    /// reference as it goes.
     void Reset() {
         if (T* object = std::exchange(_object, nullptr)) object->Release();
     }
@@ -101,8 +101,8 @@ private:
     T* _object = nullptr;
 };
 
-// References are equal when they refer to the same object, null ones included. Whether two interfaces belong
-// to one component is OXABaseUnknown::IsEqual's to say.
+// References are equal if they refer to the same object, null included. Ask OXABaseUnknown::IsEqual whether
+// two interfaces belong to one component.
 template <class T, class U>
 bool operator==(const OXAVar<T>& a, const OXAVar<U>& b) noexcept {
     return a.Get() == b.Get();

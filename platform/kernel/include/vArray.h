@@ -29,15 +29,14 @@ constexpr std::size_t grown_capacity(std::size_t capacity, std::size_t elementSi
 
 /// A sequence of elements in one block of memory.
 ///
-/// Memory comes from TOZ::DefaultAllocator() and goes back to the allocator that it came from. Exceptions
-/// are the allocator's std::bad_alloc and what T's own operations throw; T's destructor must not throw. A
-/// failed assignment changes nothing.
+/// Memory comes from TOZ::DefaultAllocator() and goes back to the allocator that it came from. The only
+/// exceptions are the allocator's std::bad_alloc and what T's operations throw; T's destructor must not
+/// throw. A failed assignment changes nothing.
 ///
 /// References, pointers and iterators to elements are valid until the array grows, is cleared, assigned,
 /// moved from or destroyed.
 ///
-/// Threads: distinct arrays are independent; one array may be read by several threads while none changes
-/// it.
+/// Threads: distinct arrays are independent; several threads may read one array while none changes it.
 template <class T>
 class vArray {
 public:
@@ -49,7 +48,7 @@ public:
         _size = other._size;
     }
 
-    /// Takes the elements over and leaves `other` empty.
+    /// Takes the elements and leaves `other` empty.
     vArray(vArray&& other) noexcept { _Swap(other); }
 
     vArray& operator=(const vArray& other) {
@@ -67,11 +66,11 @@ public:
 
     /// Adds a copy of `element`, which may be one of the array's own, at the end.
     ///
-    /// When it throws the array is as before; only elements that cannot be copied, and whose move throws,
-    /// may have been moved from.
+    /// If it throws, the array is unchanged; only elements that cannot be copied, and whose move throws, may
+    /// have been moved from.
     void Append(const T& element) { _Append(element); }
 
-    /// As above, moving from `element`, which a failed call leaves as it was unless T's move may throw.
+    /// As above, but moves `element`; a failed call leaves it unchanged, unless T's move may throw.
     void Append(T&& element) { _Append(std::move(element)); }
 
     /// Number of elements.

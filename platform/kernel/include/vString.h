@@ -9,13 +9,12 @@
 
 namespace TOZ {
 
-/// An immutable text; it changes by assignment alone. Empty strings hold no memory.
+/// An immutable text; only assignment changes it. Empty strings hold no memory.
 ///
 /// Memory comes from DefaultAllocator() and goes back to the allocator that it came from. Its
-/// std::bad_alloc is the only exception that leaves this class; a failed assignment changes nothing.
+/// std::bad_alloc is the only exception of this class; a failed assignment changes nothing.
 ///
-/// Threads: distinct strings are independent; one string may be read by several threads while none
-/// changes it.
+/// Threads: distinct strings are independent; several threads may read one string while none changes it.
 class PELTO_KERNEL_API vString {
 public:
     /// An empty string.
@@ -36,7 +35,7 @@ public:
 
     ~vString();
 
-    /// The zero-terminated text, never null; owned by the string and valid until it is changed.
+    /// The zero-terminated text, never null; owned by the string and valid until it changes.
     const char* CStr() const noexcept;
 
     /// Bytes in the text, without the terminating zero.
@@ -51,7 +50,7 @@ private:
     std::size_t _length;
 };
 
-// Texts compare byte by byte, as unsigned numbers; a text that another one begins with is the smaller one.
+// Texts compare byte by byte, as unsigned numbers; a prefix of a text is smaller than the text.
 PELTO_KERNEL_API bool operator==(const vString& a, const vString& b) noexcept;
 PELTO_KERNEL_API bool operator!=(const vString& a, const vString& b) noexcept;
 PELTO_KERNEL_API bool operator<(const vString& a, const vString& b) noexcept;

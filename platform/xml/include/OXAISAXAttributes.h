@@ -8,11 +8,10 @@
 #include "OXAVar.h"
 #include "OXAXMLExport.h"
 
-/// The attributes of the element that is being started, defaults of a DTD or schema included, in the order of
-/// the document. There are none at any other time: a reference that is kept past the callback is harmless,
-/// but the values must be read within it.
+/// The attributes of the element that starts, in document order, including defaults from a DTD or schema. You
+/// may keep a reference past the callback, but there are no attributes then: read the values within it.
 ///
-/// An index that is not below the number of attributes, or a name that none has, gives E_FAIL and leaves the
+/// An index that is not below the number of attributes, or an unknown name, gives E_FAIL and leaves the
 /// string unchanged.
 class PELTO_XML_API OXAISAXAttributes : public OXABaseUnknown {
 public:
@@ -24,10 +23,10 @@ public:
     /// The name as in the document.
     virtual HRESULT GetQName(unsigned int i, OXAUnicodeString& s) = 0;
 
-    /// The namespace; empty where there is none.
+    /// The namespace; empty if there is none.
     virtual HRESULT GetURI(unsigned int i, OXAUnicodeString& s) = 0;
 
-    /// The type by the document's DTD: "CDATA", "ID", "NMTOKEN", ...; "CDATA" where nothing declares one.
+    /// The type by the document's DTD: "CDATA", "ID", "NMTOKEN", ...; "CDATA" if nothing declares one.
     virtual HRESULT GetType(unsigned int i, OXAUnicodeString& s) = 0;
 
     /// The value with references expanded and white space normalised.

@@ -8,8 +8,8 @@
 #include "OXAVar.h"
 #include "OXAXMLExport.h"
 
-/// Each operation gets a problem, never null, that is valid until the call returns. Results change nothing;
-/// an exception leaves the parse or load that made the call.
+/// Each operation gets a problem, never null and valid until the call returns. Results change nothing; an
+/// exception leaves the parse or load that made the call.
 class PELTO_XML_API OXAISAXErrorHandler : public OXABaseUnknown {
 public:
     /// The document is not valid. The parse goes on.

@@ -8,13 +8,13 @@
 #include "OXAVar.h"
 #include "OXAXMLExport.h"
 
-/// A document, schema or entity: a file, opened anew by each parse, or a text in memory. Sources are made by
-/// a factory, do not change and may be parsed any number of times.
+/// A document, schema or entity: a file, which each parse opens anew, or a text in memory. A factory makes
+/// sources; they never change, and you may parse them any number of times.
 class PELTO_XML_API OXAISAXInputSource : public OXABaseUnknown {
 public:
     virtual HRESULT GetPublicId(OXAUnicodeString& publicId) = 0;
 
-    /// The path that a file source was made with; empty for a text in memory.
+    /// The path of a file source, as given to the factory; empty for a text in memory.
     virtual HRESULT GetSystemId(OXAUnicodeString& systemId) = 0;
 
     OXA_META_CLASS_MEMBERS

@@ -10,14 +10,15 @@
 #include "OXAVar.h"
 #include "OXAXMLExport.h"
 
-/// What it makes is independent of it and may outlive it. A factory may be used by several threads at once.
+/// Its readers and sources are independent of it and may outlive it. Several threads may use one factory at
+/// once.
 class PELTO_XML_API OXAIXMLSAX2Factory : public OXABaseUnknown {
 public:
-    /// A new reader. E_FAIL, and null, when the parser cannot be set up.
+    /// A new reader. E_FAIL, and null, if the parser cannot start.
     virtual HRESULT CreateXMLReader(OXAISAXXMLReader_var& reader) = 0;
 
-    /// A source for the file at `path`. E_FAIL when there is no such regular file or it cannot be opened; the
-    /// source is made nevertheless, for a parse of it to report a fatal error with the path.
+    /// A source for the file at `path`. E_FAIL if there is no such regular file or it cannot be opened; it
+    /// makes the source even then, so that parsing it reports a fatal error with the path.
     virtual HRESULT CreateInputSourceFromFile(const OXAUnicodeString& path, const OXAUnicodeString& publicId,
                                               OXAISAXInputSource_var& source) = 0;
 
@@ -33,10 +34,10 @@ protected:
 
 using OXAIXMLSAX2Factory_var = OXAVar<OXAIXMLSAX2Factory>;
 
-/// The class identifier of the one parser that there is.
+/// The class identifier of the only parser.
 extern PELTO_XML_API const GUID CLSID_XML4C_SAX;
 
-/// A factory for the parser `clsid`. E_NOINTERFACE, and null, when there is no such parser.
+/// A factory for the parser `clsid`. E_NOINTERFACE, and null, if there is no such parser.
 PELTO_XML_API HRESULT CreateOXAIXMLSAX2Factory(OXAIXMLSAX2Factory_var& factory, const GUID& clsid);
 
 #endif

@@ -9,32 +9,31 @@
 #include "OXAVar.h"
 #include "OXAXMLExport.h"
 
-/// An interface of OXAISAXXMLReader. While a schema is loaded, and the reader validates, every document
-/// without a DTD is checked against the schemas; one whose root element none of them declares is not valid.
+/// An interface of OXAISAXXMLReader. While a schema is loaded, a reader that validates compares every
+/// document without a DTD with the schemas; a document whose root element none of them declares is invalid.
 class PELTO_XML_API OXAIXMLSchemaLoader : public OXABaseUnknown {
 public:
-    /// Loads an XML Schema under `key`, in the place of what was loaded under that key before; the target
-    /// namespace is the usual key. Its content, and that of the files it includes, is kept: a file that
-    /// changes later counts only when it is loaded again.
+    /// Loads an XML Schema under `key`, usually its target namespace, and replaces what was loaded under that
+    /// key. Keeps its content and that of the files it includes: to see a changed file, load the schema
+    /// again.
     ///
-    /// Schemas of one namespace under different keys complement each other: of a name that several declare,
-    /// the first declaration holds.
+    /// Schemas of one namespace under different keys complement each other: if several declare a name, the
+    /// first declaration holds.
     ///
-    /// Problems go to the reader's error handler. E_FAIL when there is an error among them: then the schemas
-    /// loaded before stay as they were. E_POINTER for a null source; E_FAIL within a callback of the
-    /// reader's.
+    /// Problems go to the reader's error handler. E_FAIL if there is an error among them; the schemas loaded
+    /// before then stay. E_POINTER for a null source; E_FAIL within a callback of the reader.
     ///
-    /// A schema may be hostile: the rules of OXAISAXXMLReader hold, with the schema's own folder for the
-    /// files that it includes or imports. One that is missing or refused is a warning, and an error only
-    /// where something of it is needed.
+    /// A schema may be hostile: the rules of OXAISAXXMLReader hold, with the schema's folder for the files
+    /// that it includes or imports. A file that is missing or refused is a warning, and an error only if the
+    /// schema needs something in it.
     ///
-    /// No rule bounds what checking a value costs: a pattern is matched by backtracking, in a time that can
-    /// double with each character, and, where alternatives are repeated as in (ab|cd)*, on a stack that some
-    /// ten thousand characters exhaust, also where a maxLength stands beside it; of nested unions each member
-    /// is tried. Load only schemas whose patterns and unions you know.
+    /// No rule limits what checking a value costs: the parser matches patterns by backtracking, in a time
+    /// that can double with each character, and repeated alternatives, (ab|cd)*, on a stack that some ten
+    /// thousand characters exhaust, even beside a maxLength; it tries each member of nested unions. Load only
+    /// schemas whose patterns and unions you know.
     virtual HRESULT LoadGrammar(const OXAUnicodeString& key, const OXAISAXInputSource_var& source) = 0;
 
-    /// Forgets all schemas. E_FAIL within a callback of the reader's, else S_OK.
+    /// Forgets all schemas. E_FAIL within a callback of the reader, else S_OK.
     virtual HRESULT ClearCache() = 0;
 
     OXA_META_CLASS_MEMBERS

@@ -5,13 +5,13 @@
 //     OXAISAXInputSource_var source;
 //     CreateOXAIXMLSAX2Factory(factory, CLSID_XML4C_SAX);
 //     factory->CreateXMLReader(reader);
-//     // `handler` is of a class that you derive from OXASAXDefaultHandler.
+//     // `handler` is of your class, which derives from OXASAXDefaultHandler.
 //     reader->SetContentHandler(OXAISAXContentHandler_var(handler));
 //     reader->SetErrorHandler(OXAISAXErrorHandler_var(handler));
 //     factory->CreateInputSourceFromFile("scene.xml", "", source);
 //     HRESULT result = reader->Parse(source);
 //
-// Threads: a reader, with its handlers, sources and schemas, is used by one thread at a time; readers on
+// Threads: use a reader, with its handlers, sources and schemas, on one thread at a time; readers on
 // different threads are independent.
 #ifndef OXA_SAX_H
 #define OXA_SAX_H

@@ -1,4 +1,4 @@
-// A handler of content and errors that does nothing: the base of handlers that do something.
+// A handler of content and errors that does nothing: the base class for your handlers.
 #ifndef OXA_SAX_DEFAULT_HANDLER_H
 #define OXA_SAX_DEFAULT_HANDLER_H
 
@@ -15,9 +15,9 @@
 #include "OXAUnicodeString.h"
 #include "OXAXMLExport.h"
 
-/// Each operation is one of OXAISAXContentHandler or OXAISAXErrorHandler, with their contracts; here it
-/// changes nothing and returns S_OK. Query it for either interface: both are this component, and a
-/// reference to one is a reference to the handler.
+/// Each operation is one of OXAISAXContentHandler or OXAISAXErrorHandler, with its contract; here it changes
+/// nothing and returns S_OK. Query it for either interface: both are this component, and a reference to one
+/// is a reference to the handler.
 class PELTO_XML_API OXASAXDefaultHandler : public OXABaseUnknown {
 public:
     HRESULT QueryInterface(const GUID& classId, void** object) override;

@@ -5,10 +5,10 @@
 #include "OXAUnicodeString.h"
 #include "OXAXMLExport.h"
 
-/// Reported to an error handler, never thrown. It is valid until the callback returns; a copy may be kept.
+/// Reported to an error handler, never thrown. Valid until the callback returns; you may keep a copy.
 class PELTO_XML_API OXASAXParseException {
 public:
-    /// Line and column count from 1, columns in UTF-16 code units; 0 means that there is none.
+    /// Line and column count from 1, columns in UTF-16 code units; 0 means none.
     explicit OXASAXParseException(const OXAUnicodeString& message, int line = 0, int column = 0,
                                   const OXAUnicodeString& publicId = OXAUnicodeString(),
                                   const OXAUnicodeString& systemId = OXAUnicodeString());
@@ -16,10 +16,10 @@ public:
     OXASAXParseException& operator=(const OXASAXParseException& other);
     ~OXASAXParseException();
 
-    OXAUnicodeString GetMessageW() const;  ///< what is wrong, in English, without the place
+    OXAUnicodeString GetMessageW() const;  ///< the problem, in English, without its place
     int GetLineNumber() const;
     int GetColumnNumber() const;
-    OXAUnicodeString GetPublicId() const;  ///< of the file with the problem; empty where there is none
+    OXAUnicodeString GetPublicId() const;  ///< of the file with the problem; empty if it has none
     OXAUnicodeString GetSystemId() const;  ///< the path of that file; empty for a text in memory
 
 private:

@@ -5,14 +5,14 @@
 /// Boolean features for OXAISAXXMLReader::SetFeature.
 class OXASAXXMLReaderOptions {
 public:
-    /// Documents are checked against the loaded schemas, or against their own DTD. At first false.
+    /// Validate documents against the loaded schemas, or against their DTD. Default: false.
     static constexpr const char* ValidationFeature = "http://xml.org/sax/features/validation";
 
-    /// Namespaces are processed: elements and attributes have a URI and a local name. At first true; schemas
-    /// need it. Without it names have neither.
+    /// Process namespaces: give elements and attributes a URI and a local name. Default: true; schemas need
+    /// it.
     static constexpr const char* NamespacesFeature = "http://xml.org/sax/features/namespaces";
 
-    /// Declarations of namespaces are reported as attributes too. At first false.
+    /// Also report namespace declarations as attributes. Default: false.
     static constexpr const char* NamespacePrefixFeature = "http://xml.org/sax/features/namespace-prefixes";
 };
 
