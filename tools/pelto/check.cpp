@@ -119,8 +119,8 @@ void add_check(CLI::App& app, ExitStatus& status) {
     constexpr unsigned int kMostThreads = 256;
     const auto options = std::make_shared<Options>();
     CLI::App* const command =
-        app.add_subcommand("check", "Say whether DDS and .basis files are what they promise, a line each");
-    command->add_option("FILE", options->files, "DDS and .basis files to look at; none is loaded")
+        app.add_subcommand("check", "Say in a line each whether DDS and .basis files are sound");
+    command->add_option("FILE", options->files, "DDS and .basis files; none is loaded")
         ->required()
         ->option_text("...");
     command
@@ -130,21 +130,19 @@ void add_check(CLI::App& app, ExitStatus& status) {
         ->transform(whole_number(0, UINT64_MAX));
     command
         ->add_option("--max-extent", options->limits.maxExtent,
-                     "Refuse files of more pixels across, down or deep")
+                     "Refuse files that are wider, higher or deeper")
         ->option_text("PIXELS")
         ->transform(whole_number(0, UINT32_MAX));
     command
         ->add_option("--max-file-bytes", options->limits.maxFileBytes,
-                     "Refuse files that are longer, whatever they hold: to load one is to read all of it")
+                     "Refuse longer files, whatever they hold: loading reads the whole file")
         ->option_text("BYTES")
         ->transform(whole_number(0, UINT64_MAX));
-    command
-        ->add_option("-j,--jobs", options->threads,
-                     "How many files to look at at a time: 1 to 256 (1 where it is left out)")
+    command->add_option("-j,--jobs", options->threads, "Check N files at a time, 1 to 256; default: 1")
         ->option_text("N")
         ->transform(whole_number(1, kMostThreads));
-    command->add_flag("--strict", options->strict, "Take a note for a fault: the exit status is then 1");
+    command->add_flag("--strict", options->strict, "Treat notes as faults: exit status 1");
     command->add_flag("--json", options->json, "Print a JSON array of objects, one for each file");
-    command->footer("Exit status: 0 all files are good, 1 one is not, 2 wrong usage.");
+    command->footer("Exit status: 0 all files are sound, 1 one is not, 2 wrong usage.");
     command->callback([options, &status] { status = check(*options); });
 }

@@ -27,8 +27,7 @@ void add_help(CLI::App& app) {
     const auto subcommand = std::make_shared<std::string>();
     CLI::App* const command =
         app.add_subcommand("help", "Show the help of a subcommand, as SUBCOMMAND --help does");
-    command->add_option("SUBCOMMAND", *subcommand, "The subcommand; where it is left out, all are listed")
-        ->option_text(" ");
+    command->add_option("SUBCOMMAND", *subcommand, "The subcommand; default: list all")->option_text(" ");
     command->footer("Exit status: 0 done, 2 wrong usage.");
     command->callback([&app, subcommand] { std::cout << help_of(app, *subcommand); });
 }

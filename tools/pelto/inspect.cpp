@@ -140,11 +140,11 @@ ExitStatus inspect(const Options& options) {
 
 void add_inspect(CLI::App& app, ExitStatus& status) {
     const auto options = std::make_shared<Options>();
-    CLI::App* const command = app.add_subcommand(
-        "inspect", "Show what texture files hold, a row each; only their headers are read");
+    CLI::App* const command =
+        app.add_subcommand("inspect", "Show in a row each what texture files hold; reads only their headers");
     command->add_option("FILE", options->files, "DDS, .basis and KTX2 files")->required()->option_text("...");
-    command->add_flag("--levels", options->levels, "Show where each level of each face and layer lies, too");
+    command->add_flag("--levels", options->levels, "Also show where each level of each face and layer lies");
     command->add_flag("--json", options->json, "Print a JSON array of objects instead of tables");
-    command->footer("Exit status: 0 all files are described, 1 one is not or is cut short, 2 wrong usage.");
+    command->footer("Exit status: 0 all files are described, 1 one is not, or is cut short, 2 wrong usage.");
     command->callback([options, &status] { status = inspect(*options); });
 }

@@ -13,11 +13,12 @@ namespace {
 
 ExitStatus run(int argc, char** argv) {
     CLI::App app(
-        "pelto reads, shows, checks and transcodes texture files, and the XML documents that name them.",
+        "pelto describes, checks, shows and transcodes texture files, and reads the XML documents that name "
+        "them.",
         "pelto");
     app.set_version_flag("--version", "pelto " PELTO_VERSION);
     app.require_subcommand(1);
-    app.footer("Exit status: 0 done, 1 something could not be read, counted or written, 2 wrong usage.");
+    app.footer("Exit status: 0 success, 1 a problem with a file or an output, 2 wrong usage.");
     ExitStatus status = kExitSuccess;
     add_library(app, status);
     add_inspect(app, status);

@@ -87,10 +87,10 @@ void add_outline(CLI::App& app, ExitStatus& status) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand(
         "outline", "Show the elements of an XML document as a tree, with attributes and text");
-    command->add_option("DOC", options->document, "The XML document to read")->required()->type_name("");
+    command->add_option("DOC", options->document, "The XML document")->required()->type_name("");
     command->add_flag("--json", options->json, "Print a JSON array of objects, one for each element");
     command->footer(
-        "Text is shown of elements without children. What is read before an error is shown too.\n"
-        "Exit status: 0 done, 1 the document has errors or cannot be read, 2 wrong usage.");
+        "Shows the text of elements without children, and, if there is an error, everything before it.\n"
+        "Exit status: 0 success, 1 the document has errors or cannot be read, 2 wrong usage.");
     command->callback([options, &status] { status = outline(*options); });
 }

@@ -147,7 +147,7 @@ void check_choice(const Options& options) {
 
 void add_size(CLI::App& app, ExitStatus& status) {
     const auto options = std::make_shared<Options>();
-    CLI::App* const command = app.add_subcommand("size", "Tell how many bytes a texture takes");
+    CLI::App* const command = app.add_subcommand("size", "Print how many bytes a texture takes");
     command->add_option("WIDTH", options->width, "Pixels in a row")
         ->required()
         ->option_text("REQUIRED")
@@ -156,28 +156,28 @@ void add_size(CLI::App& app, ExitStatus& status) {
         ->required()
         ->option_text("REQUIRED")
         ->transform(whole_number(1, UINT32_MAX));
-    command->add_option("DEPTH", options->depth, "Slices (1 where it is left out)")
+    command->add_option("DEPTH", options->depth, "Slices; default: 1")
         ->option_text(" ")
         ->transform(whole_number(1, UINT32_MAX));
-    CLI::Option_group* const pixels =
-        command->add_option_group("Pixels", "What the pixels are: one of these");
+    CLI::Option_group* const pixels = command->add_option_group("Pixels", "Give one of these");
     pixels
         ->add_option("--format", options->format,
-                     "A texture format: a name of the table below, in either case, or a number")
+                     "A texture format: a number, or a name from the table below in either case")
         ->option_text("FORMAT")
         ->transform(name_check(format_number, no_format));
     pixels
         ->add_option("--client-type", options->client_type,
-                     "A layout of client pixel data, from the table below too")
+                     "A layout of client pixel data, from the second table below")
         ->option_text("LAYOUT")
         ->transform(name_check(client_type_number, no_client_type));
-    command->add_flag("--levels", options->levels, "Every mip level down to a single pixel, and their sum");
+    command->add_flag("--levels", options->levels,
+                      "List every mip level down to a single pixel, and their sum");
     command->add_flag("--json", options->json, "Print a JSON object instead of a table");
     command->footer(
         format_tables() +
-        "\nFormats of one line take the same bytes; a name stands for the first number of its line,\n"
-        "but for BC4S and BC5S, which are the second.\n"
-        "Exit status: 0 done, 1 the bytes are more than a 32-bit number counts, 2 wrong usage.");
+        "\nFormats of one line take the same bytes. A name stands for the first number on its line;\n"
+        "BC4S and BC5S stand for the second.\n"
+        "Exit status: 0 success, 1 more bytes than a 32-bit number can hold, 2 wrong usage.");
     command->callback([options, &status] {
         check_choice(*options);
         status = size(*options);

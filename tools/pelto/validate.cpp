@@ -122,16 +122,16 @@ ExitStatus validate(const Options& options) {
 void add_validate(CLI::App& app, ExitStatus& status) {
     const auto options = std::make_shared<Options>();
     CLI::App* const command = app.add_subcommand(
-        "validate", "Say what is wrong with XML documents, as path:line:column: severity: message");
-    command->add_option("DOC", options->documents, "XML documents to read")->required()->option_text("...");
+        "validate", "List the problems of XML documents as path:line:column: severity: message");
+    command->add_option("DOC", options->documents, "XML documents")->required()->option_text("...");
     command
         ->add_option("--xsd", options->schema,
-                     "An XML Schema that the documents must follow; one with a DTD follows that instead")
+                     "An XML Schema for the documents; a document with a DTD follows its DTD instead")
         ->option_text("FILE.xsd");
     command->add_flag("--json", options->json, "Print a JSON array of objects, one for each document");
     command->footer(
-        "A document is read without the network and without files outside its own folder.\n"
-        "Exit status: 0 no errors (there may be warnings), 1 errors, or a file that cannot be read, 2 wrong "
+        "It uses neither the network nor files outside a document's folder.\n"
+        "Exit status: 0 no errors (perhaps warnings), 1 errors, or a file that cannot be read, 2 wrong "
         "usage.");
     command->callback([options, &status] { status = validate(*options); });
 }

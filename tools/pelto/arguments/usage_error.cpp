@@ -76,7 +76,7 @@ std::string usage_error(CLI::App& app, const CLI::ParseError& error) {
     const auto unknown = [&](const CLI::App& level) -> std::optional<std::string> {
         for (const std::string& word : level.remaining()) {
             if (is_option(word)) return told(name_of(level), no_option(level, word), name_of(level));
-            // What follows belongs to a subcommand that nobody knows.
+            // What follows belongs to an unknown subcommand.
             if (chosen.empty()) break;
         }
         return std::nullopt;
