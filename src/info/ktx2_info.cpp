@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "basis/basis_header.h"
 #include "info/byte_source.h"
 #include "info/check_words.h"
 #include "info/level_extent.h"
@@ -15,14 +16,9 @@
 namespace {
 
 using namespace pelto::info;
+using pelto::basis::Field;
 using std::to_string;
 using Result = vTextureCheck::Result;
-
-// A number of the file, little-endian: where it lies, and how many bytes it has.
-struct Field {
-    std::size_t offset;
-    std::size_t bytes;
-};
 
 // Of the header.
 constexpr Field kVkFormat = {12, 4};
@@ -120,7 +116,7 @@ Result unknown(const Bytes& header, Field field, const char* what) {
                        to_string(field.offset) + " is not known");
 }
 
-struct Codec {
+struct KTX2Codec {
     std::string name;
     std::uint32_t block_width = 4;
     std::uint32_t block_height = 4;
@@ -129,7 +125,7 @@ struct Codec {
 };
 
 // Empty name: none that is known.
-Codec codec_of(const Bytes& header, const Bytes& descriptor) {
+KTX2Codec codec_of(const Bytes& header, const Bytes& descriptor) {
     const std::string extent =
         to_string(descriptor.number(kBlockWidth) + 1) + "x" + to_string(descriptor.number(kBlockHeight) + 1);
     switch (descriptor.number(kColourModel)) {
@@ -225,7 +221,7 @@ struct ImageBytes {
     std::uint64_t all;
 };
 
-ImageBytes image_bytes(const vPixelFormat& pixels, const Codec& codec, const LevelExtent& extent) {
+ImageBytes image_bytes(const vPixelFormat& pixels, const KTX2Codec& codec, const LevelExtent& extent) {
     if (pixels.blockBytes != 0) {
         return {pixels.RowBytes(extent.width),
                 product(pixels.SliceBytes(extent.width, extent.height), extent.depth)};
@@ -269,7 +265,7 @@ void vTextureInfo::_ReadKTX2(const ByteSource& source, const vTextureLimits& lim
         return refuse(cut_short("its data format descriptor", descriptor_end, source.size));
     }
 
-    const Codec codec = codec_of(header, descriptor);
+    const KTX2Codec codec = codec_of(header, descriptor);
     if (!codec.name.empty()) {
         format = codec.name;
         hasAlpha = codec_has_alpha(descriptor);
