@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loading and transcoding .basis files, beside the transcoder's own calls on the same file; and what setting
 // the transcoder up for every call costs on a chain of mip levels.
 #include <basisu_transcoder.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Flipping and channel reordering in place, beside one pass that reads and writes the same bytes.
 #include <cmath>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Assembling one buffer of all levels, beside one memcpy of the same bytes.
 #include <cstdlib>
 #include <cstring>

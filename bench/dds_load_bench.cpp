@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loading, beside taking the memory for the same levels and copying their bytes.
 #include <cstdio>
 #include <cstring>

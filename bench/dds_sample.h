@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // DDS files of given kind and size, made in memory.
 #ifndef BENCH_DDS_SAMPLE_H
 #define BENCH_DDS_SAMPLE_H

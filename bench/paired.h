@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Measures an operation beside its limit, in turn, so that a drift of the machine's speed meets both.
 #ifndef BENCH_PAIRED_H
 #define BENCH_PAIRED_H

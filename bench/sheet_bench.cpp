@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pelto sheet of a BC1 texture of 4096 x 4096 pixels with its mip chain, beside writing the same PNG file
 // alone.
 #include <cstdlib>
@@ -6,8 +7,8 @@
 #include <string>
 
 #include "dds_sample.h"
-#include "paired.h"
 #include "output/png_writer.h"
+#include "paired.h"
 #include "support/png_picture.h"
 
 namespace {

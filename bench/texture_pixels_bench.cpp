@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Decoding pixels, beside memcpy of the decoded bytes.
 #include <cstdint>
 #include <cstring>

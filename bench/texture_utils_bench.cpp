@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The pixel converters, beside memcpy of the result's size and beside libyuv's nearest row converter; and
 // the size queries. Each side takes the memory for its result anew.
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reading XML, beside the bare parser with an empty handler, and beside expat with strtof; and arrays of
 // numbers beside strtof alone.
 #include <cstdio>

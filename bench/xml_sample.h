@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Texts of numbers, and XML documents of given kind and size, made in memory.
 #ifndef BENCH_XML_SAMPLE_H
 #define BENCH_XML_SAMPLE_H

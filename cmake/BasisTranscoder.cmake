@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # PeltoBasisTranscoder: the Basis Universal transcoder, compiled from its source.
 
 # Where scripts/fetch_transcoder and scripts/fetch_packages put what they fetch.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The licence, the CMake package PeltoKernelTools and the pkg-config file.
 include(CMakePackageConfigHelpers)
 

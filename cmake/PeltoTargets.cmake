@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What all targets of this project share.
 
 # A release may break the binary interface when its major number changes, before 1.0 with each minor one.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // vTextureCheck, then vBasisImage, on any bytes: holds them in a block of exactly their size, asks for
 // everything, and for every level of the first slices in one usage, which is drawn from the bytes. What the
 // check passes, the loader takes, and its levels have just the bytes foretold.

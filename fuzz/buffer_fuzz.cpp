@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // vSAXDefaultBuffer's reads of arrays against a plain model that calls strtol, strtof and strtod.
 #include <cstddef>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // vDDSImage::convertTexturePixel against a plain model.
 #include <algorithm>
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // vTextureCheck, then vDDSImage: the loader takes what the check passes, with exactly the bytes foretold.
 #include <cstddef>
 #include <cstdint>

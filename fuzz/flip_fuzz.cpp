@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // vDDSImage::flip: twice is not at all, and blocks that it must not touch stay as they are.
 #include <algorithm>
 #include <cstddef>

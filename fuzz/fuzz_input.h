@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Numbers drawn from the bytes of an input, front to back; zero where there are no more.
 #ifndef FUZZ_FUZZ_INPUT_H
 #define FUZZ_FUZZ_INPUT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs a fuzzer's function over files, and over the files in folders, without the fuzzing engine.
 #include <cstddef>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // vSAXReader on any text, with a schema on every other one: it ends, and says of a failure where it is.
 #include <cstddef>
 #include <cstdint>

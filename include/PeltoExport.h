@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Marks what the PeltoKernelTools shared library exports.
 //
 // PELTO_API               a class or function of the library's interface

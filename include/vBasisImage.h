@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Basis Universal textures: a .basis file in memory, transcoded level by level into blocks for the GPU.
 //
 // A .basis file holds slices (images), each with its mip levels, as ETC1S or UASTC data; the format is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // DirectDraw Surface textures in memory: surfaces, textures, images.
 //
 // A vDDSSurface is the pixel buffer of one level. A vDDSTexture is one face: a base level that owns

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The text of an XML element, and the typed values that it spells.
 //
 // A handler appends an element's character data as it comes, and reads the value when the element ends. Texts

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The base of XML readers: delivers a document as calls of two hooks, with the names of each element and of
 // its parent.
 //

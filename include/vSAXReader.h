@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // XML reading: validates a document from a file or from memory, and delivers it as callbacks of a handler.
 //
 //     auto handler = OXAVar<MaterialReader>::Adopt(new MaterialReader);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Checks a texture file before you load it: whether the loaders, which trust their input, can take it.
 //
 // vDDSImage and TOZ::vBasisImage trust a file's header. A check compares the headers of a DDS file (published

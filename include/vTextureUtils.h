@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Sizes of textures by format, and converters that widen pixels to four channels.
 //
 // Texture formats and client data types have numbers for names; all that matters is how many bytes their

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The target basis_fixtures makes the .basis files of the tests in ${basis_fixtures}, with the encoder that
 # scripts/build_encoder builds.
 set(basis_fixtures "${CMAKE_CURRENT_BINARY_DIR}/basis_fixtures")

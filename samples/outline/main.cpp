@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // outline DOC.xml: prints the element tree of an XML document.
 #include <cstdio>
 #include <vSAXReader.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a .basis file says of itself: a header of 77 bytes, and a table with an entry for each slice, as the
 // "Basis Universal supercompressed GPU texture codec" specification gives them. All numbers are
 // little-endian.

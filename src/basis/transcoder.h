@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A .basis file in the Basis Universal transcoder, which believes what a file says. Whatever would lead it
 // outside the file or its own memory is refused here first.
 #ifndef PELTO_BASIS_TRANSCODER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The layout of a DDS file, and reading bytes from one that may be cut short.
 #ifndef PELTO_DDS_DDS_FILE_H
 #define PELTO_DDS_DDS_FILE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where reading files depends on the system.
 #ifndef PELTO_DDS_FILE_LENGTH_H
 #define PELTO_DDS_FILE_LENGTH_H

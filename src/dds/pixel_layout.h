@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How the header of a DDS file codes the format of its pixels.
 #ifndef PELTO_DDS_PIXEL_LAYOUT_H
 #define PELTO_DDS_PIXEL_LAYOUT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One contiguous buffer of all faces and levels, and conversion of pixels by channel masks.
 #include <cstring>
 

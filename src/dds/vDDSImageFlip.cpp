@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Turning surfaces upside down: lines of uncompressed data, 4x4-pixel blocks of compressed data.
 #include <algorithm>
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reading DDS files: format, level sizes, faces and levels.
 #include <algorithm>
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The header and tables of a .basis file, held against its true length.
 #ifndef PELTO_INFO_BASIS_TABLE_H
 #define PELTO_INFO_BASIS_TABLE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Results of checks, with their sentences for a person.
 #ifndef PELTO_INFO_CHECK_WORDS_H
 #define PELTO_INFO_CHECK_WORDS_H

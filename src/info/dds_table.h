@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where the levels of a DDS file lie, held against its true length.
 #ifndef PELTO_INFO_DDS_TABLE_H
 #define PELTO_INFO_DDS_TABLE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A file that has a length: no folder, pipe or device, which could block or never end.
 #ifndef PELTO_INFO_REGULAR_FILE_H
 #define PELTO_INFO_REGULAR_FILE_H

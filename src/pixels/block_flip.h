@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reversing the four pixel rows inside 4x4 blocks, on arrays of blocks as they lie in a texture.
 //
 // `blocks` may lie at any address and is changed in place; `count` is in blocks and may be 0. Endpoints are

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Cutting the channels of packed pixels out by bit masks, into the byte order red, green, blue (, alpha).
 #ifndef PELTO_PIXELS_CHANNEL_REORDER_H
 #define PELTO_PIXELS_CHANNEL_REORDER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Decoding pixels of any arrangement of bits to red, green, blue and alpha.
 //
 // The functions in `reference` define the results, as include/vTexturePixels.h describes them; the others

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The arithmetic by which vectors decode a channel, as constants.
 //
 // A pixel of 1 to 4 bytes is a word of 32 bits, one of 8 bytes is two. Each function is false for a layout

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Widening pixels from three channels to four.
 //
 // Each function writes `pixels` pixels to `to`, which must not overlap with those at `from`; both may lie at

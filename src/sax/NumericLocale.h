@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The numeric locale "C" for a while.
 #ifndef PELTO_SAX_NUMERIC_LOCALE_H
 #define PELTO_SAX_NUMERIC_LOCALE_H

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "sax/number_tokens.h"
 
 #include <bit>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The numbers of a text, with the results and errors of strtol, strtof and strtod.
 //
 // Spaces and line feeds separate tokens, nothing else does.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Memory runs out at each allocation in turn: std::bad_alloc comes out, and a transcoder that the call had
 // made stays behind. The tests release what does.
 #include <cstddef>

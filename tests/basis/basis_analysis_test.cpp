@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What an analysis leaves in the fields where it ends early.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Assignment copies the pointer, not the file.
 #include <gtest/gtest.h>
 

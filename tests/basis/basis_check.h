@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Calls of vBasisImage whose outputs, exceptions and leaks are looked at, and their comparison with direct
 // calls of the transcoder.
 #ifndef TESTS_BASIS_BASIS_CHECK_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Files that would lead the transcoder out of its memory are refused; those that only look odd are not.
 #include <cstddef>
 #include <cstdint>

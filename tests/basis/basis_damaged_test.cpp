@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Truncated and corrupted files: no read outside the file, and what the transcoder makes of them.
 #include <algorithm>
 #include <cstddef>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every level of every slice of every file, for every usage: what direct calls of the transcoder give.
 #include <gtest/gtest.h>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the encoder was given and what its command transcodes, beside the blocks of vBasisImage.
 #include <algorithm>
 #include <cmath>

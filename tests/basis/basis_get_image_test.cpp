@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Transcoding one level of one slice: arguments, sizes, outputs.
 #include <gtest/gtest.h>
 #include <vector>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The numbers of a .basis file are read from where they lie, and its codecs have the names and blocks that
 // the format gives them.
 #include "basis/basis_header.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A Huffman table of a single symbol with a long code has a tree that lacks a side: bits that lead there lead
 // the transcoder out of its memory. Each of the nine tables of an ETC1S file is looked at before it is used.
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loading from files on disk.
 #include <cstring>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The object itself: its fields, its members' types, and what it is before it holds a file.
 #include <cstddef>
 #include <gtest/gtest.h>

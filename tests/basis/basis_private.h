@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The private members of vBasisImage.
 #ifndef TESTS_BASIS_BASIS_PRIVATE_H
 #define TESTS_BASIS_BASIS_PRIVATE_H

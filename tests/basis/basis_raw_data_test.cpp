@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Adopting a file in memory.
 #include <gtest/gtest.h>
 

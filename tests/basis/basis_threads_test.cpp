@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Distinct objects are independent, and one object may be read by several threads.
 #include <atomic>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // isValidHeader: the transcoder's start, then its look at the whole header; nothing else.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where the tests' .basis files are: those made by the build, and the transcoder's own samples.
 #ifndef TESTS_BASIS_FIXTURE_FILES_H
 #define TESTS_BASIS_FIXTURE_FILES_H

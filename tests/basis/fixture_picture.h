@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The pictures that the fixtures are encoded from.
 #ifndef TESTS_BASIS_FIXTURE_PICTURE_H
 #define TESTS_BASIS_FIXTURE_PICTURE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The .basis files that the build makes for the tests: make_fixtures.cpp makes them, fixture_files.h reads
 // them.
 #ifndef TESTS_BASIS_FIXTURES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // make_basis_fixtures ENCODER FOLDER: makes every fixture as FOLDER/NAME.basis with the encoder, from images
 // of its own, and keeps its transcoding of each 2D image IIII as FOLDER/NAME_FORMAT_IIII.ktx.
 #include <cstdio>

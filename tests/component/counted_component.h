@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Components that count how many of them live and how often they were destroyed.
 #ifndef TESTS_COMPONENT_COUNTED_COMPONENT_H
 #define TESTS_COMPONENT_COUNTED_COMPONENT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every allocation fails in turn: nothing leaks, the state is the documented one, and the object serves
 // again.
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The routines that turn single blocks over, and the driver of rows of blocks.
 #include <algorithm>
 #include <gtest/gtest.h>

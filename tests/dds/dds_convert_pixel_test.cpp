@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The static converter of uncompressed pixels to red, green, blue(, alpha).
 #include <gtest/gtest.h>
 #include <utility>

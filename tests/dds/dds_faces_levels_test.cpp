@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How the pixel data of a file is cut into faces and levels.
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Compressed surfaces are flipped by exchanging rows of blocks and turning each block over.
 #include <algorithm>
 #include <gtest/gtest.h>

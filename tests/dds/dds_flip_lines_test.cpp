@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Uncompressed surfaces are flipped by exchanging lines.
 #include <algorithm>
 #include <gtest/gtest.h>

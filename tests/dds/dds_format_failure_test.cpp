@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Files that are refused: what is logged, and what is left in the image.
 #include <algorithm>
 #include <gtest/gtest.h>

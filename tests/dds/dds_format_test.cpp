@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which pixel format a header stands for.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Assembly of all levels and faces in one buffer.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loading the header alone: extents, format and level count without pixels.
 #include <gtest/gtest.h>
 

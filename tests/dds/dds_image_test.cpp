@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The whole image as a value: its fields, its textures, copies, assignment, moves and clear.
 #include <gtest/gtest.h>
 #include <type_traits>

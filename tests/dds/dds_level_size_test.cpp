@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Bytes of one level, and the small arithmetic around it.
 #include <climits>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loading from files on disk: the same as from memory, and safe whatever the file is.
 #include <cstdio>
 #include <fstream>

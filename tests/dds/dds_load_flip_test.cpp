@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Flipping while loading: every level of every face, and the exchange of two cube faces.
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Thousands of generated files, each loaded and compared with the plain model.
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Uncompressed pixels are rewritten to red, green, blue(, alpha) by the header's masks.
 #include <gtest/gtest.h>
 

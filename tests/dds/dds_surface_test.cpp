@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One level: creation, copies, assignment, moves and release.
 #include <algorithm>
 #include <gtest/gtest.h>

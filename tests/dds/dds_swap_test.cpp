@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The exchange of two byte ranges that the flip is made of.
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One face: a base level and the list of its mip levels.
 #include <gtest/gtest.h>
 #include <type_traits>

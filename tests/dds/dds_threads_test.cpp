@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Distinct images are independent, and one image may be read by several threads.
 #include <atomic>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The model that the other tests trust, against cases worked out by hand.
 #include "support/plain_model.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // vTextureCheck on .basis files that lie just inside, at and just outside its bounds.
 #include <algorithm>
 #include <array>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // vTextureCheck on .basis files.
 #include "basis/basis_check.h"
 

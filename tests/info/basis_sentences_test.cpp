@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What vTextureCheck says of a .basis file, word for word, with the place that it names.
 #include <algorithm>
 #include <cstdint>

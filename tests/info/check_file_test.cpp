@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // vTextureCheck and vDDSLevels on files given by their paths.
 #include <cstdint>
 #include <filesystem>

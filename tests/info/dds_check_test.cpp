@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // vTextureCheck on DDS files.
 #include "support/dds_check.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // vDDSLevels: the levels of a DDS file where they lie.
 #include <cstdint>
 #include <gtest/gtest.h>

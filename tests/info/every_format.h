@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A small DDS file of every format that the loader takes.
 #ifndef TESTS_INFO_EVERY_FORMAT_H
 #define TESTS_INFO_EVERY_FORMAT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Arrays as values, for the tests of vArray.
 #ifndef TESTS_KERNEL_ARRAY_VALUES_H
 #define TESTS_KERNEL_ARRAY_VALUES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Allocators for the tests of the kernel's containers.
 #ifndef TESTS_KERNEL_COUNTING_ALLOCATOR_H
 #define TESTS_KERNEL_COUNTING_ALLOCATOR_H

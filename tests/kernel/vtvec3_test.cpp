@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "vTVec3.h"
 
 #include <gtest/gtest.h>

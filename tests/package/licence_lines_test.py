@@ -15,10 +15,10 @@ LINES = {  # comment that begins or makes up the line: for the files of these na
     '.\\" SPDX-License-Identifier: Apache-2.0': ["*.1.in"],
     "# SPDX-License-Identifier: Apache-2.0": ["*"],
 }
-NOT_OURS = {".git", "build", "node_modules", "CMakeUserPresets.json", "compile_commands.json"}
+NOT_OURS = {".git", "build", "__pycache__", "CMakeUserPresets.json", "compile_commands.json"}
 # Data, records, documents, and what has no comments.
 NO_SOURCES = ["LICENSE", "NOTICE", "*.md", "*.json", "*.png", "*.abi", "samples/*.dds", "samples/*.basis",
-              "samples/library/*.xml", "fuzz/seeds/*"]
+              "samples/library/*.xml", "fuzz/seeds/*", "tests/mutants/*.patch"]
 
 
 def sources(root):

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Takes the library into the project in consumer/ in the given way, builds its program and runs it.
 cmake_minimum_required(VERSION 3.25)
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pelto check, run as a user runs it, and what the other subcommands do with a file that it refuses.
 #include <atomic>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pelto inspect, run as a user runs it.
 #include <algorithm>
 #include <filesystem>

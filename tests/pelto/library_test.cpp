@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pelto library, run as a user runs it.
 #include <filesystem>
 #include <fstream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What people are told of the command: help, manual page, completion. They agree.
 #include <filesystem>
 #include <fstream>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "pelto/sheet_check.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs pelto sheet and compares what it draws with what the pixels mean.
 #ifndef TESTS_PELTO_SHEET_CHECK_H
 #define TESTS_PELTO_SHEET_CHECK_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pelto sheet on DDS files of Debian packages, made by others' programs. Where scripts/fetch_packages could not
 // fetch a package, its test is skipped.
 #include <algorithm>

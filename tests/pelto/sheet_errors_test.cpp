@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pelto sheet, run as a user runs it: files and machines that stand in its way.
 #include <cstdlib>
 #include <filesystem>

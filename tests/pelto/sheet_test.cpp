@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pelto sheet, run as a user runs it: what its pixels are.
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Textures for the tests of sheets: DDS files of every format, and what their pixels are.
 #ifndef TESTS_PELTO_SHEET_TEXTURE_H
 #define TESTS_PELTO_SHEET_TEXTURE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pelto size, run as a user runs it.
 #include <gtest/gtest.h>
 #include <map>

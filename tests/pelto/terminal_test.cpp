@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a person sees at a terminal, and nobody else.
 #include <array>
 #include <cerrno>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pelto transcode, run as a user runs it, and pelto inspect on .basis files.
 #include <algorithm>
 #include <cstddef>

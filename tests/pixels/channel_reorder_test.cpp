@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "pixels/channel_reorder.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A plain model of decoding: what the bits of a pixel mean, read one by one, and whether an element of a
 // decoded pixel is the right one for them.
 #ifndef TESTS_PIXELS_PLAIN_DECODE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Pixels and what they decode to, worked out by hand.
 #include <array>
 #include <cmath>

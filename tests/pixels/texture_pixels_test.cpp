@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every format of the table, and those made from masks, held against the plain model.
 #include <algorithm>
 #include <bit>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The three numeric array reads under one name, and a plain model of them.
 #ifndef TESTS_SAX_ARRAY_READ_H
 #define TESTS_SAX_ARRAY_READ_H

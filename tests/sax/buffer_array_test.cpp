@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Arrays of numbers: where a text is split, what is filled, how many values are stored.
 #include <cerrno>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The array reads against a plain model that calls strtol, strtof and strtod, bit for bit.
 #include <gtest/gtest.h>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Conversions follow the decimal point of the current locale.
 #include <clocale>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The private members of the buffer, by name.
 #ifndef TESTS_SAX_BUFFER_PRIVATE_H
 #define TESTS_SAX_BUFFER_PRIVATE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The single numbers: GetInt32, GetUint32, GetUint8 and GetFloat.
 #include <climits>
 #include <cmath>

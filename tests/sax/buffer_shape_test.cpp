@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What programs built against the class rely on: its fields, its virtual table and its signatures.
 #include <cstddef>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The text as a list of words: GetVStringArray.
 #include <cctype>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The text as a string, trimmed: GetString and GetVString.
 #include <gtest/gtest.h>
 #include <new>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Collecting the text: AppendToBuffer, ClearBuffer, SetBuffer and SetLine.
 #include <climits>
 #include <gtest/gtest.h>

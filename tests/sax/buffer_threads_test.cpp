@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One buffer may be read by several threads while nothing changes it.
 #include <atomic>
 #include <gtest/gtest.h>

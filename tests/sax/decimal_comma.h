@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A numeric locale whose decimal point is a comma.
 #ifndef TESTS_SAX_DECIMAL_COMMA_H
 #define TESTS_SAX_DECIMAL_COMMA_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A handler derived as a user would derive one, that writes its hooks' calls down.
 #ifndef TESTS_SAX_ELEMENT_READER_H
 #define TESTS_SAX_ELEMENT_READER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Tokens that are numbers, nearly numbers or neither.
 #ifndef TESTS_SAX_RANDOM_TOKENS_H
 #define TESTS_SAX_RANDOM_TOKENS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A character callback takes no memory but for the growth of the buffer.
 #include <cstddef>
 #include <gtest/gtest.h>

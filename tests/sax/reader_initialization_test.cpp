@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The entry of the XML framework is defined here, in the place of the framework's own.
 #include <functional>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A buffer that keeps what its hooks are told.
 #ifndef TESTS_SAX_RECORDING_BUFFER_H
 #define TESTS_SAX_RECORDING_BUFFER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Watches and fails allocations of the global allocation functions, which allocation.cpp replaces for
 // the whole test program, shared libraries included. State is per thread.
 #ifndef TESTS_SUPPORT_ALLOCATION_H

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "support/basis_file.h"
 
 #include <algorithm>

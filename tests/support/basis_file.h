@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The fields of a .basis file: a header of 77 bytes, a table of slices, the data. All numbers are
 // little-endian.
 #ifndef TESTS_SUPPORT_BASIS_FILE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The byte sequences that tests build files and buffers from.
 #ifndef TESTS_SUPPORT_BYTES_H
 #define TESTS_SUPPORT_BYTES_H

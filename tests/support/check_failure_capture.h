@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Takes the sink of the check failure reports for its lifetime and keeps the reports.
 #ifndef TESTS_SUPPORT_CHECK_FAILURE_CAPTURE_H
 #define TESTS_SUPPORT_CHECK_FAILURE_CAPTURE_H

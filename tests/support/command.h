@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs the built command as a user would.
 #ifndef TESTS_SUPPORT_COMMAND_H
 #define TESTS_SUPPORT_COMMAND_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loads generated files from memory and compares the result with the plain model.
 #ifndef TESTS_SUPPORT_DDS_CHECK_H
 #define TESTS_SUPPORT_DDS_CHECK_H

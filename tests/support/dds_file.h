@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Builds DDS files in memory. Every header field can be set, those included that a reader ignores.
 #ifndef TESTS_SUPPORT_DDS_FILE_H
 #define TESTS_SUPPORT_DDS_FILE_H

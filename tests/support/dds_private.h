@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The private members of the DDS classes that tests call or look at.
 #ifndef TESTS_SUPPORT_DDS_PRIVATE_H
 #define TESTS_SUPPORT_DDS_PRIVATE_H

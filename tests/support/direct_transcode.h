@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the transcoder itself says about a .basis file: the calls that vBasisImage makes, in its order, made
 // directly on a transcoder of the test program's own.
 #ifndef TESTS_SUPPORT_DIRECT_TRANSCODE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs a test on every instruction set that the machine's processor and the compiler have in common.
 #ifndef TESTS_SUPPORT_EVERY_TARGET_H
 #define TESTS_SUPPORT_EVERY_TARGET_H

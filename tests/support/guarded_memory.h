@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Memory beside pages that end the process when they are touched.
 #ifndef TESTS_SUPPORT_GUARDED_MEMORY_H
 #define TESTS_SUPPORT_GUARDED_MEMORY_H

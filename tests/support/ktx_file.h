@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The levels of a KTX file (version 1) of one 2D texture.
 #ifndef TESTS_SUPPORT_KTX_FILE_H
 #define TESTS_SUPPORT_KTX_FILE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Takes the kernel log's sink for its lifetime and keeps the messages.
 #ifndef TESTS_SUPPORT_LOG_CAPTURE_H
 #define TESTS_SUPPORT_LOG_CAPTURE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What block-compressed pixels mean, read from their published definitions bit by bit: BC1 to BC5 and BC6H as
 // in Microsoft's "Block Compression" pages and the Khronos Data Format Specification.
 #ifndef TESTS_SUPPORT_PLAIN_BLOCKS_H

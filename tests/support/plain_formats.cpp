@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "support/plain_formats.h"
 
 #include "support/dds_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How the plain model reads a pixel-format record, as tables of what each number stands for.
 #ifndef TESTS_SUPPORT_PLAIN_FORMATS_H
 #define TESTS_SUPPORT_PLAIN_FORMATS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a DDS file means, computed the slow and obvious way: index by index, pixel by pixel, line by line.
 // Tests compare the library with it. Made for small extents: it does not model arithmetic that wraps.
 #ifndef TESTS_SUPPORT_PLAIN_MODEL_H

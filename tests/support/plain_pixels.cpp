@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The pixel side of the plain model: flipping and channel reordering.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // PNG files, read with libpng.
 #ifndef TESTS_SUPPORT_PNG_PICTURE_H
 #define TESTS_SUPPORT_PNG_PICTURE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reaches private members by name: access checks do not apply to the arguments of an explicit
 // instantiation. One line per member:
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What an action took from and gave back to the global allocation functions, fixed when the action ends:
 // what a test allocates to state its expectation does not count.
 #ifndef TESTS_SUPPORT_TAKEN_H

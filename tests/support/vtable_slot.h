@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which entry of its class's virtual table a member function is, where the Itanium C++ ABI holds.
 #ifndef TESTS_SUPPORT_VTABLE_SLOT_H
 #define TESTS_SUPPORT_VTABLE_SLOT_H

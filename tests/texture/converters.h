@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The pixel converters of the texture utilities, each with what it does to one pixel.
 #ifndef TESTS_TEXTURE_CONVERTERS_H
 #define TESTS_TEXTURE_CONVERTERS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Bytes of a level in block-compressed formats.
 #include <cstdint>
 #include <gtest/gtest.h>

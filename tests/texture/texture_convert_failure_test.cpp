@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Converters without an input and without memory.
 #include <cstdint>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the converters make of pixels.
 #include <algorithm>
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Extents and pixel counts of levels, and the number of levels.
 #include <algorithm>
 #include <cstdint>

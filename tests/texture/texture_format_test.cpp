@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The two enumerations and what can be asked of a format without an extent.
 #include <cstdint>
 #include <gtest/gtest.h>

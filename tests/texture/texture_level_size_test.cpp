@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Bytes of a level in uncompressed formats and client types, and that every form of the call agrees.
 #include <cstdint>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Sizes of textures computed the slow and obvious way, from lists of the formats by size.
 #ifndef TESTS_TEXTURE_TEXTURE_MODEL_H
 #define TESTS_TEXTURE_TEXTURE_MODEL_H

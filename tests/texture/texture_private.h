@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The private members of the texture utilities.
 #ifndef TESTS_TEXTURE_TEXTURE_PRIVATE_H
 #define TESTS_TEXTURE_TEXTURE_PRIVATE_H

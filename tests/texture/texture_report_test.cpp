@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reports of formats that do not fit.
 #include <gtest/gtest.h>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every operation may run on several threads at once.
 #include <atomic>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """How the framework's reader and expat compare on a document, and where they differ with reason."""
 
 import re

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """What a document says by Python's xml.sax, whose parser is expat, in the notation of print_events."""
 
 import io

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """What documents say by the framework's reader: runs print_events."""
 
 import subprocess

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "xml/in_limited_process.h"
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs a part of a test where it can take no more memory than it may.
 #ifndef TESTS_XML_IN_LIMITED_PROCESS_H
 #define TESTS_XML_IN_LIMITED_PROCESS_H

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """mutated_documents_test.py PRINT_EVENTS FOLDER: changes documents of this file and small ones of the folder: the
 framework's reader refuses what expat refuses, and reports the same events for the rest."""
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A reader with a recording handler, set up as users set theirs up.
 #ifndef TESTS_XML_PARSER_H
 #define TESTS_XML_PARSER_H

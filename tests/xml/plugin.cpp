@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A library that uses the framework, for the test that loads and unloads it.
 #include "OXASAX.h"
 

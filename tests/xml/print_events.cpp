@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // print_events <PATHS: parses the file on each line of the input with one reader, all features on, and writes
 // its events, as expat_events.py tells the same of another parser.
 //

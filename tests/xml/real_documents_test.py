@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """real_documents_test.py PRINT_EVENTS FOLDER: the framework's reader reports the same events as expat for every
 XML document of the folder and below."""
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "xml/recording_handler.h"
 
 #include <initializer_list>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A handler that records every call.
 #ifndef TESTS_XML_RECORDING_HANDLER_H
 #define TESTS_XML_RECORDING_HANDLER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The framework is loaded and unloaded with a library that uses it, again and again.
 #include <cstdio>
 #include <dlfcn.h>

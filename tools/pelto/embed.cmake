@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # cmake -D FILE=... -D NAME=... -D SOURCE=FILE.cpp -P embed.cmake: a source file with the bytes of a file, and a zero
 # behind them, as the array NAME of embedded.h.
 file(READ "${FILE}" bytes HEX)

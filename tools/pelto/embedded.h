@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Files that are part of the command: their bytes, with a zero behind them.
 #ifndef PELTO_TOOL_EMBEDDED_H
 #define PELTO_TOOL_EMBEDDED_H

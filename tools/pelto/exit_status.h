@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How the command ends.
 #ifndef PELTO_TOOL_EXIT_STATUS_H
 #define PELTO_TOOL_EXIT_STATUS_H

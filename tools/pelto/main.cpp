@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // pelto: textures and XML documents from the command line.
 #include <CLI/CLI.hpp>
 #include <exception>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Completion of pelto for bash: subcommands, their options, and files. It asks the command's own help, so that
 # it knows what the installed version knows.
 # The names in the table of this heading.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The base of every component: reference counting, interface queries, meta-class.
 #ifndef OXA_BASE_UNKNOWN_H
 #define OXA_BASE_UNKNOWN_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Marks what the PeltoComponent shared library exports.
 //
 // PELTO_COMPONENT_API        a class or function of the library's interface

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the component runtime knows of a class while the program runs.
 #ifndef OXA_META_CLASS_H
 #define OXA_META_CLASS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Results and identifiers of the component runtime.
 #ifndef OXA_TYPES_H
 #define OXA_TYPES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The platform's Unicode string.
 #ifndef OXA_UNICODE_STRING_H
 #define OXA_UNICODE_STRING_H

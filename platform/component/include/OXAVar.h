@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The smart reference to a component.
 #ifndef OXA_VAR_H
 #define OXA_VAR_H

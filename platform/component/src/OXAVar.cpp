@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "OXAVar.h"
 
 OXANullVarError::OXANullVarError() : std::logic_error("a null component reference was used") {}

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "utf16_to_utf8.h"
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Conversion of UTF-16, fast on text that is mostly ASCII.
 #ifndef UTF16_TO_UTF8_H
 #define UTF16_TO_UTF8_H

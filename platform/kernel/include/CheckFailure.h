@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reports of failed checks, which mean that a caller broke a rule of an interface. The reporting functions
 // return to the check, which continues with a harmless result.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The source of the memory of the kernel's containers.
 //
 // vString and vArray take their blocks from DefaultAllocator(), and give each block back to the allocator

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The kernel's growable array.
 #ifndef V_ARRAY_H
 #define V_ARRAY_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Marks what the PeltoKernel shared library exports.
 //
 // PELTO_KERNEL_API        a class or function of the library's interface

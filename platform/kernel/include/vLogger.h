@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The kernel log: printf-style messages on two channels, handed to one replaceable sink.
 //
 // Unless you install a sink, each message is one line on the standard error stream:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The kernel's string: a zero-terminated text of bytes in any encoding.
 #ifndef V_STRING_H
 #define V_STRING_H

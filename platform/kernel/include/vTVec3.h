@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Vectors of three components.
 #ifndef V_TVEC3_H
 #define V_TVEC3_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Process-wide objects that outlive every static destructor.
 #ifndef NEVER_DESTROYED_H
 #define NEVER_DESTROYED_H

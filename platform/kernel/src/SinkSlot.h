@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The place of a replaceable callback.
 #ifndef SINK_SLOT_H
 #define SINK_SLOT_H

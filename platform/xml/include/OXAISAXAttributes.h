@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The attributes of an element.
 #ifndef OXA_I_SAX_ATTRIBUTES_H
 #define OXA_I_SAX_ATTRIBUTES_H

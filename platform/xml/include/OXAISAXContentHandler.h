@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Receives the content of a document.
 #ifndef OXA_I_SAX_CONTENT_HANDLER_H
 #define OXA_I_SAX_CONTENT_HANDLER_H

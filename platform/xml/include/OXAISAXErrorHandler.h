@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Receives the problems of documents and schemas.
 #ifndef OXA_I_SAX_ERROR_HANDLER_H
 #define OXA_I_SAX_ERROR_HANDLER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a reader reads.
 #ifndef OXA_I_SAX_INPUT_SOURCE_H
 #define OXA_I_SAX_INPUT_SOURCE_H

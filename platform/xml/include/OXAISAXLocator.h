@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where the parser is.
 #ifndef OXA_I_SAX_LOCATOR_H
 #define OXA_I_SAX_LOCATOR_H

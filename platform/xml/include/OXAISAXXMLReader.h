@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The parser.
 #ifndef OXA_I_SAX_XML_READER_H
 #define OXA_I_SAX_XML_READER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Makes readers and input sources.
 #ifndef OXA_I_XML_SAX2_FACTORY_H
 #define OXA_I_XML_SAX2_FACTORY_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The schemas of a reader.
 #ifndef OXA_I_XML_SCHEMA_LOADER_H
 #define OXA_I_XML_SCHEMA_LOADER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The XML framework: a validating SAX2 parser as components.
 //
 //     OXAIXMLSAX2Factory_var factory;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A handler of content and errors that does nothing: the base class for your handlers.
 #ifndef OXA_SAX_DEFAULT_HANDLER_H
 #define OXA_SAX_DEFAULT_HANDLER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A problem of a document, with its place.
 #ifndef OXA_SAX_PARSE_EXCEPTION_H
 #define OXA_SAX_PARSE_EXCEPTION_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The names of a reader's features.
 #ifndef OXA_SAX_XML_READER_OPTIONS_H
 #define OXA_SAX_XML_READER_OPTIONS_H

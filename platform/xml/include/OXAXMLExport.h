@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Marks what the PeltoXML shared library exports.
 //
 // PELTO_XML_API        a class or function of the library's interface

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Uses the textures and nothing of the platform.
 #include <vDDSImage.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Loads a texture made in memory, hears from the log, and reads a document.
 #include <OXASAX.h>
 #include <PeltoKernelTools/vDDSImage.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Preloaded into the command: what a file system may refuse, and signals between two of its calls. What is
 // to happen is told by environment variables:
 //   FAULT_NO_UNNAMED     the file system has no files without a name

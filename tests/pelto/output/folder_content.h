@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a folder holds, for comparison with what it should.
 #ifndef TESTS_PELTO_OUTPUT_FOLDER_CONTENT_H
 #define TESTS_PELTO_OUTPUT_FOLDER_CONTENT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Outputs that cannot be completed, and what the others then are.
 #include <cstdlib>
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a signal leaves of a command that writes files, at whatever moment it comes.
 #include <chrono>
 #include <csignal>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which outputs are refused, by every subcommand that writes one.
 #include <cctype>
 #include <filesystem>
@@ -33,7 +34,8 @@ protected:
         const CommandResult result = run_pelto(arguments);
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.out, "");
-        EXPECT_EQ(result.err.substr(0, result.err.find('\n')), "pelto " + arguments.front() + ": " + sentence);
+        EXPECT_EQ(result.err.substr(0, result.err.find('\n')),
+                  "pelto " + arguments.front() + ": " + sentence);
         EXPECT_EQ(names_in(path(".")), names);
         for (std::size_t i = 0; i < names.size(); ++i) {
             EXPECT_TRUE(bytes_of(path(names[i])) == contents[i]) << names[i];

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A call with several outputs, each big enough to take several writes: `transcode --slice all`.
 #ifndef TESTS_PELTO_OUTPUT_SLICES_H
 #define TESTS_PELTO_OUTPUT_SLICES_H

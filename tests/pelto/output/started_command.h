@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs the built command as a process that can be stopped and killed.
 #ifndef TESTS_PELTO_OUTPUT_STARTED_COMMAND_H
 #define TESTS_PELTO_OUTPUT_STARTED_COMMAND_H

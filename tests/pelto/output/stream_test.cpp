@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Outputs that are written as they come: standard output, pipes, devices.
 #include <algorithm>
 #include <csignal>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is wrong with a file, told as every subcommand tells it.
 #ifndef PELTO_TOOL_OUTPUT_COMPLAIN_H
 #define PELTO_TOOL_OUTPUT_COMPLAIN_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The signals that end the command, and what must be done before they do.
 #ifndef PELTO_TOOL_OUTPUT_DEADLY_SIGNALS_H
 #define PELTO_TOOL_OUTPUT_DEADLY_SIGNALS_H

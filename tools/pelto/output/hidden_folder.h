@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where files lie until they take their names.
 #ifndef PELTO_TOOL_OUTPUT_HIDDEN_FOLDER_H
 #define PELTO_TOOL_OUTPUT_HIDDEN_FOLDER_H

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "output/output_path.h"
 
 #include <CLI/CLI.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the path of an output means, and which ones are refused.
 #ifndef PELTO_TOOL_OUTPUT_OUTPUT_PATH_H
 #define PELTO_TOOL_OUTPUT_OUTPUT_PATH_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // PNG files, written row after row.
 #ifndef PELTO_TOOL_OUTPUT_PNG_WRITER_H
 #define PELTO_TOOL_OUTPUT_PNG_WRITER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // JSON output, as every subcommand writes it.
 #ifndef PELTO_TOOL_OUTPUT_PRINT_JSON_H
 #define PELTO_TOOL_OUTPUT_PRINT_JSON_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Text of unknown origin, such as a file's name, for a terminal.
 #ifndef PELTO_TOOL_OUTPUT_PRINTABLE_H
 #define PELTO_TOOL_OUTPUT_PRINTABLE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A progress bar for work that a person waits for.
 #ifndef PELTO_TOOL_OUTPUT_PROGRESS_H
 #define PELTO_TOOL_OUTPUT_PROGRESS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A table for people: left- and right-aligned columns under a heading.
 #ifndef PELTO_TOOL_OUTPUT_TABLE_H
 #define PELTO_TOOL_OUTPUT_TABLE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Files that appear whole or not at all.
 #ifndef PELTO_TOOL_OUTPUT_WHOLE_FILE_H
 #define PELTO_TOOL_OUTPUT_WHOLE_FILE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Pixels of a part of a sheet.
 #ifndef PELTO_TOOL_SHEET_CANVAS_H
 #define PELTO_TOOL_SHEET_CANVAS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Captions in DejaVu Sans, which is part of the program.
 #ifndef PELTO_TOOL_SHEET_CAPTION_FONT_H
 #define PELTO_TOOL_SHEET_CAPTION_FONT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Contact sheets of texture files, for every subcommand that makes one.
 #ifndef PELTO_TOOL_SHEET_CONTACT_SHEET_H
 #define PELTO_TOOL_SHEET_CONTACT_SHEET_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // OpenGL without a window.
 #ifndef PELTO_TOOL_SHEET_GL_CONTEXT_H
 #define PELTO_TOOL_SHEET_GL_CONTEXT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Textures drawn by the GPU and read back as pixels for the eye.
 #ifndef PELTO_TOOL_SHEET_GL_PAINTER_H
 #define PELTO_TOOL_SHEET_GL_PAINTER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Textures on the GPU.
 #ifndef PELTO_TOOL_SHEET_GL_TEXTURE_H
 #define PELTO_TOOL_SHEET_GL_TEXTURE_H

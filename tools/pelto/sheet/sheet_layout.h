@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where everything of a contact sheet lies.
 #ifndef PELTO_TOOL_SHEET_SHEET_LAYOUT_H
 #define PELTO_TOOL_SHEET_SHEET_LAYOUT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a sheet can show, checked before memory is taken for it.
 #ifndef PELTO_TOOL_SHEET_SHEET_LIMITS_H
 #define PELTO_TOOL_SHEET_SHEET_LIMITS_H

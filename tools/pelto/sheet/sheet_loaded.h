@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The images of a DDS file, as vDDSImage gives them, that go onto a sheet.
 #ifndef PELTO_TOOL_SHEET_SHEET_LOADED_H
 #define PELTO_TOOL_SHEET_SHEET_LOADED_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A contact sheet drawn into a PNG file.
 #ifndef PELTO_TOOL_SHEET_SHEET_PAINTER_H
 #define PELTO_TOOL_SHEET_SHEET_PAINTER_H

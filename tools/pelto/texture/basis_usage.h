@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The blocks that a .basis file becomes, by the names that people give them.
 #ifndef PELTO_TOOL_TEXTURE_BASIS_USAGE_H
 #define PELTO_TOOL_TEXTURE_BASIS_USAGE_H

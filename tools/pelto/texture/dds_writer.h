@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The header of DDS files of block-compressed 2D textures.
 #ifndef PELTO_TOOL_TEXTURE_DDS_WRITER_H
 #define PELTO_TOOL_TEXTURE_DDS_WRITER_H

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "texture/level_sizes.h"
 
 #include <stdexcept>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The levels of an image, held against what a renderer reckons with for its format.
 #ifndef PELTO_TOOL_TEXTURE_LEVEL_SIZES_H
 #define PELTO_TOOL_TEXTURE_LEVEL_SIZES_H

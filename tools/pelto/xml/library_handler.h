@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A library document read: materials and their textures, as schemas/texture-library.xsd describes them.
 #ifndef PELTO_TOOL_XML_LIBRARY_HANDLER_H
 #define PELTO_TOOL_XML_LIBRARY_HANDLER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A texture of a library loaded, or why it cannot be, in words for a person.
 #ifndef PELTO_TOOL_XML_LIBRARY_REPORT_H
 #define PELTO_TOOL_XML_LIBRARY_REPORT_H

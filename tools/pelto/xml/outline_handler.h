@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A reader of XML documents: writes the element tree down.
 #ifndef PELTO_TOOL_XML_OUTLINE_HANDLER_H
 #define PELTO_TOOL_XML_OUTLINE_HANDLER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a parser finds wrong with an XML document, kept for a report.
 #ifndef PELTO_TOOL_XML_XML_PROBLEMS_H
 #define PELTO_TOOL_XML_XML_PROBLEMS_H

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "OXASAXParseException.h"
 
 OXASAXParseException::OXASAXParseException(const OXAUnicodeString& message, int line, int column,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The parser of the interface.
 #ifndef READER_H
 #define READER_H

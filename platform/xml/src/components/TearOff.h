@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // An interface that a component offers beside its bases.
 #ifndef TEAR_OFF_H
 #define TEAR_OFF_H

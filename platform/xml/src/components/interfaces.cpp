@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The framework's interfaces: their names, and their destructors, which keep their tables in this library.
 #include "OXASAX.h"
 #include "components/meta_class.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Defines the members that name a component's class.
 #ifndef META_CLASS_H
 #define META_CLASS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // From the parser's content to the interface's.
 #ifndef CONTENT_RELAY_H
 #define CONTENT_RELAY_H

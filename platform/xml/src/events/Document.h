@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What belongs to the reading of one document.
 #ifndef DOCUMENT_H
 #define DOCUMENT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The attributes that a content handler sees.
 #ifndef ELEMENT_ATTRIBUTES_H
 #define ELEMENT_ATTRIBUTES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The names of a document's elements, as the parser keeps those that no schema declares.
 #ifndef ELEMENT_NAMES_H
 #define ELEMENT_NAMES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // From the parser's error handler to the report.
 #ifndef ERROR_RELAY_H
 #define ERROR_RELAY_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the reader reports to an error handler.
 #ifndef PROBLEM_REPORT_H
 #define PROBLEM_REPORT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where the bytes of a document come from.
 #ifndef BYTE_SOURCE_H
 #define BYTE_SOURCE_H

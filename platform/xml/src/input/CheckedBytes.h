@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The bytes of a document, checked.
 #ifndef CHECKED_BYTES_H
 #define CHECKED_BYTES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Why a file is not read.
 #ifndef INPUT_ERROR_H
 #define INPUT_ERROR_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The input sources of the interface, and what the parser sees of them.
 #ifndef INPUT_SOURCE_H
 #define INPUT_SOURCE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the parser reads.
 #ifndef PARSER_INPUTS_H
 #define PARSER_INPUTS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which files a document or schema may read beside itself.
 #ifndef EXTERNAL_FILE_H
 #define EXTERNAL_FILE_H

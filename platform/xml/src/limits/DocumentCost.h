@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Counts what a document costs, against the limits.
 #ifndef DOCUMENT_COST_H
 #define DOCUMENT_COST_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The locator of a reader.
 #ifndef PARSE_LOCATOR_H
 #define PARSE_LOCATOR_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The memory of the parser, within limits.
 #ifndef PARSER_MEMORY_H
 #define PARSER_MEMORY_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How a document ends that cannot be read or breaks a rule.
 #ifndef REFUSAL_H
 #define REFUSAL_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What one document may cost. Each limit is far above what documents need, and keeps the worst of them to
 // seconds.
 #ifndef DOCUMENT_LIMITS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a document may read beside itself.
 #ifndef ENTITY_RESOLVER_H
 #define ENTITY_RESOLVER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The grammars of loaded schemas.
 #ifndef SCHEMA_POOL_H
 #define SCHEMA_POOL_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A parser of Xerces-C, set up.
 #ifndef XERCES_PARSER_H
 #define XERCES_PARSER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The parser's process-wide state.
 #ifndef XERCES_PLATFORM_H
 #define XERCES_PLATFORM_H

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "parser/parse_document.h"
 
 #include <cstddef>

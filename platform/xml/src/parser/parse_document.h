@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The parse of one document.
 #ifndef PARSE_DOCUMENT_H
 #define PARSE_DOCUMENT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Turns what ends the reading of a document into a fatal error.
 #ifndef REPORT_REFUSALS_H
 #define REPORT_REFUSALS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a schema may read beside itself.
 #ifndef SCHEMA_RESOLVER_H
 #define SCHEMA_RESOLVER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The schemas that a reader has loaded.
 #ifndef SCHEMA_SET_H
 #define SCHEMA_SET_H

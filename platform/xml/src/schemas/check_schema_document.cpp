@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: Apache-2.0
+
 #include "schemas/check_schema_document.h"
 
 #include "limits/document_limits.h"

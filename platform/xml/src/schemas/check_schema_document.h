@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a schema must be before it is loaded.
 #ifndef CHECK_SCHEMA_DOCUMENT_H
 #define CHECK_SCHEMA_DOCUMENT_H

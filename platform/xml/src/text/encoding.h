@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What encoding a document or entity is in.
 #ifndef ENCODING_H
 #define ENCODING_H

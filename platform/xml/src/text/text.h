@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Between the parser's UTF-16 and the strings of the interface.
 #ifndef TEXT_H
 #define TEXT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Finds what no document may contain: malformed sequences and zero characters.
 #ifndef TEXT_DEFECT_H
 #define TEXT_DEFECT_H
