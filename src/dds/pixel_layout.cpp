@@ -12,7 +12,7 @@ namespace {
 using namespace TOZ::SUPPORTED_FORMAT;
 
 // By the number of the format.
-constexpr PixelLayout kLayouts[] = {
+constexpr LoaderLayout kLayouts[] = {
     {LUMINANCE8, 1, 8, false}, {RGB8, 3, 8, false},  {RGBA8, 4, 8, false},
     {BGRA8, 3, 8, false},  // four bytes in the file, read as three
     {RGBA16F, 4, 16, false},   {R32F, 1, 32, false}, {RGB32F, 3, 32, false},
@@ -30,12 +30,12 @@ constexpr bool each_lies_at_its_number() {
 }
 static_assert(each_lies_at_its_number());
 
-std::optional<PixelLayout> layout_or_nothing(int loader_format) {
+std::optional<LoaderLayout> layout_or_nothing(int loader_format) {
     if (loader_format == vPixelFormat::kRefused) return std::nullopt;
     return layout_of(static_cast<Type>(loader_format));
 }
 
-std::optional<PixelLayout> uncompressed_layout(std::uint32_t flags, std::uint32_t bit_count) {
+std::optional<LoaderLayout> uncompressed_layout(std::uint32_t flags, std::uint32_t bit_count) {
     const bool rgb = flags == kPixelFormatRGB;
     const bool rgba = flags == kPixelFormatRGBA;
     if (bit_count == 32 && (rgb || rgba)) return layout_of(RGBA8);
@@ -51,8 +51,8 @@ FormatCode format_code(const TOZ::DDS_PIXELFORMAT& pixel_format) {
     return pixel_format.dwFourCC == kFourCCDX10 ? FormatCode::kDXGI : FormatCode::kFourCC;
 }
 
-std::optional<PixelLayout> find_pixel_layout(const TOZ::DDS_PIXELFORMAT& pixel_format,
-                                             std::uint32_t dxgi_format) {
+std::optional<LoaderLayout> find_pixel_layout(const TOZ::DDS_PIXELFORMAT& pixel_format,
+                                              std::uint32_t dxgi_format) {
     switch (format_code(pixel_format)) {
         case FormatCode::kPixelFormat:
             return uncompressed_layout(pixel_format.dwFlags, pixel_format.dwRGBBitCount);
@@ -67,7 +67,7 @@ std::optional<PixelLayout> find_pixel_layout(const TOZ::DDS_PIXELFORMAT& pixel_f
     return layout_or_nothing(found ? found->loader : vPixelFormat::kRefused);
 }
 
-const PixelLayout& layout_of(Type format) { return kLayouts[format]; }
+const LoaderLayout& layout_of(Type format) { return kLayouts[format]; }
 
 std::size_t block_size(Type format) { return format == DXT1 || format == BC4U || format == BC4S ? 8 : 16; }
 

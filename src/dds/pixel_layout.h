@@ -15,7 +15,7 @@ namespace pelto::dds {
 /// Which field of the headers names the format.
 enum class FormatCode { kPixelFormat, kFourCC, kDXGI };
 
-struct PixelLayout {
+struct LoaderLayout {
     TOZ::SUPPORTED_FORMAT::Type format;
     int components;
     int bits_per_component;  // 8 for compressed formats, which do not use it
@@ -25,11 +25,11 @@ struct PixelLayout {
 FormatCode format_code(const TOZ::DDS_PIXELFORMAT& pixel_format);
 
 /// Nothing for a format that is not supported. `dxgi_format` counts where the FourCC is "DX10".
-std::optional<PixelLayout> find_pixel_layout(const TOZ::DDS_PIXELFORMAT& pixel_format,
-                                             std::uint32_t dxgi_format);
+std::optional<LoaderLayout> find_pixel_layout(const TOZ::DDS_PIXELFORMAT& pixel_format,
+                                              std::uint32_t dxgi_format);
 
 /// What the loader stores of pixels of that format.
-const PixelLayout& layout_of(TOZ::SUPPORTED_FORMAT::Type format);
+const LoaderLayout& layout_of(TOZ::SUPPORTED_FORMAT::Type format);
 
 /// Bytes of a 4x4-pixel block of a compressed format.
 std::size_t block_size(TOZ::SUPPORTED_FORMAT::Type format);

@@ -26,12 +26,12 @@ using pelto::dds::format_code;
 using pelto::dds::FormatCode;
 using pelto::dds::kCubeFaces;
 using pelto::dds::kFourCCDX10;
-using pelto::dds::PixelLayout;
+using pelto::dds::LoaderLayout;
 using pelto::pixels::ChannelReorder;
 
-std::optional<PixelLayout> decide_layout(const TOZ::DDS_PIXELFORMAT& pixel_format,
-                                         std::uint32_t dxgi_format) {
-    const std::optional<PixelLayout> layout = find_pixel_layout(pixel_format, dxgi_format);
+std::optional<LoaderLayout> decide_layout(const TOZ::DDS_PIXELFORMAT& pixel_format,
+                                          std::uint32_t dxgi_format) {
+    const std::optional<LoaderLayout> layout = find_pixel_layout(pixel_format, dxgi_format);
     if (layout) return layout;
     switch (format_code(pixel_format)) {
         case FormatCode::kPixelFormat:
@@ -50,7 +50,7 @@ std::optional<PixelLayout> decide_layout(const TOZ::DDS_PIXELFORMAT& pixel_forma
 // Channels are reordered when all three colours have a mask, by the masks, the compression and the component
 // count alone: a float format with masks is rewritten too.
 std::optional<ChannelReorder> channel_reorder(const TOZ::DDS_PIXELFORMAT& pixel_format,
-                                              const PixelLayout& layout) {
+                                              const LoaderLayout& layout) {
     const bool has_masks =
         pixel_format.dwRBitMask != 0 && pixel_format.dwGBitMask != 0 && pixel_format.dwBBitMask != 0;
     if (!has_masks || layout.compressed || layout.components == 1) return std::nullopt;
@@ -64,7 +64,7 @@ std::optional<ChannelReorder> channel_reorder(const TOZ::DDS_PIXELFORMAT& pixel_
 // Reads the bytes of one level after the other, with its channels reordered and flipped as the image asks.
 class LevelReader {
 public:
-    LevelReader(FileBytes& file, const PixelLayout& layout, std::optional<ChannelReorder> reorder, bool flip)
+    LevelReader(FileBytes& file, const LoaderLayout& layout, std::optional<ChannelReorder> reorder, bool flip)
         : file_(file), layout_(layout), reorder_(reorder), flip_(flip) {}
 
     void read(vDDSSurface& level) {
@@ -128,7 +128,7 @@ private:
     }
 
     FileBytes& file_;
-    const PixelLayout layout_;
+    const LoaderLayout layout_;
     const std::optional<ChannelReorder> reorder_;
     const bool flip_;
 };
@@ -172,7 +172,7 @@ bool vDDSImage::_load(const char* bytes, std::size_t available, bool flipImage, 
     cubemap = (header.caps2 & pelto::dds::kCaps2Cubemap) != 0;
     volume = (header.caps2 & pelto::dds::kCaps2Volume) != 0 && header.depth != 0;
 
-    const std::optional<PixelLayout> layout = decide_layout(header.pixelFormat, extension.dxgiFormat);
+    const std::optional<LoaderLayout> layout = decide_layout(header.pixelFormat, extension.dxgiFormat);
     if (!layout) return false;
     format = layout->format;
     components = layout->components;

@@ -21,7 +21,7 @@ namespace pelto::info {
 namespace {
 
 using dds::Header;
-using dds::PixelLayout;
+using dds::LoaderLayout;
 using Result = vTextureCheck::Result;
 
 // Of a format that the loader does not take, but that is known.
@@ -46,7 +46,7 @@ std::uint32_t depth_of(const Header& header) {
     return header.depth == 0 || header.depth > INT_MAX ? 1 : header.depth;
 }
 
-std::uint64_t slice_bytes(const PixelLayout& layout, std::uint64_t width, std::uint64_t height) {
+std::uint64_t slice_bytes(const LoaderLayout& layout, std::uint64_t width, std::uint64_t height) {
     if (layout.compressed) {
         return product(product((width + 3) / 4, (height + 3) / 4), dds::block_size(layout.format));
     }
@@ -56,13 +56,13 @@ std::uint64_t slice_bytes(const PixelLayout& layout, std::uint64_t width, std::u
 }
 
 // The loader counts the blocks of a slice in 32 bits, and its other pixels by their bits, in 64.
-bool is_countable(const PixelLayout& layout, const vDDSLevel& level) {
+bool is_countable(const LoaderLayout& layout, const vDDSLevel& level) {
     const std::uint64_t slice = slice_bytes(layout, level.width, level.height);
     const std::uint64_t most = layout.compressed ? UINT32_MAX : UINT64_MAX / 8;
     return level.bytes != kUncountable && slice <= most;
 }
 
-std::vector<vDDSLevel> levels_of(const DDSHeaders& headers, const PixelLayout& layout, int faces) {
+std::vector<vDDSLevel> levels_of(const DDSHeaders& headers, const LoaderLayout& layout, int faces) {
     const Header& header = headers.header;
     const std::uint32_t count = std::max(header.mipMapCount, 1u);
     std::vector<vDDSLevel> levels;
@@ -92,7 +92,7 @@ std::uint64_t total_bytes(const std::vector<vDDSLevel>& levels) {
         [](std::uint64_t total, const vDDSLevel& level) { return sum(total, level.bytes); });
 }
 
-std::optional<Result> size_fault(const DDSTable& table, const PixelLayout& layout,
+std::optional<Result> size_fault(const DDSTable& table, const LoaderLayout& layout,
                                  const vTextureLimits& limits) {
     for (const vDDSLevel& level : table.levels) {
         if (is_countable(layout, level)) continue;
@@ -147,7 +147,7 @@ DDSTable read_dds_table(const unsigned char* start, std::size_t available, std::
     if (const auto fault = length_fault(length, limits)) return refused(*fault);
     const std::string_view bytes(reinterpret_cast<const char*>(start), available);
     if (const auto fault = read_dds_headers(bytes, headers)) return refused(*fault);
-    const std::optional<PixelLayout> layout =
+    const std::optional<LoaderLayout> layout =
         dds::find_pixel_layout(headers.header.pixelFormat, headers.extension.dxgiFormat);
     if (!layout) return refused(unsupported_format(headers));
     table.has_format = true;
