@@ -124,8 +124,8 @@ Picture upside_down(const Picture& picture) {
     return turned;
 }
 
-// ETC1S has one hue in a block and may be far from the picture, but no farther than from the picture upside
-// down.
+// ETC1S has one hue in a block and may be far from the picture, but not as far as from the picture
+// upside down, which differs in green.
 TEST_P(BasisEncoder, WasGivenThePictureThatTheBlocksShow) {
     vBasisImage image;
     hold(image, basis_fixtures::made(GetParam().name));
@@ -141,9 +141,7 @@ TEST_P(BasisEncoder, WasGivenThePictureThatTheBlocksShow) {
             if (!etc1s) {
                 EXPECT_LT(difference, 8) << "slice " << i << ", usage " << shown.usage;
             }
-            // The red of the picture, which BC4 and BC5 show, is the same in all rows.
-            const bool shows_rows = shown.channels.size() >= 3;
-            if (shows_rows && picture.height > 8 && picture.width > 1) {
+            if (shown.channels.size() > 2 && picture.height > 8 && picture.width > 1) {
                 EXPECT_LT(difference, 0.9 * mean_difference(shown, got.blocks, turned))
                     << "slice " << i << ", usage " << shown.usage;
             }

@@ -30,9 +30,6 @@ TextureFile::TextureFile(const std::string& path) {
     if (!file_) fail_to_open(path);
     const std::vector<unsigned char> start = read(kStart);
     promise_ = vTextureInfo::ReadBuffer(start.data(), start.size());
-    if (promise_.container == vTextureInfo::eNoContainer) {
-        throw std::runtime_error(promise_.problem.sentence);
-    }
 }
 
 TextureBytes TextureFile::bytes() {
@@ -57,6 +54,7 @@ std::vector<unsigned char> TextureFile::read(std::uint64_t most) {
 
 // A row takes four times its bytes at most, where rows are padded to four bytes.
 std::uint64_t TextureFile::useful_bytes() const {
+    if (promise_.container == vTextureInfo::eNoContainer) return kStart;
     if (promise_.container != vTextureInfo::eDDS) return length_;
     const std::uint64_t promised = std::max(promise_.bytes, promise_.check.totalBytes);
     return promised < length_ ? kStart + 1024 + 4 * promised : length_;

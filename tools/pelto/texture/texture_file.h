@@ -14,8 +14,7 @@ using TextureBytes = std::shared_ptr<const std::vector<unsigned char>>;
 
 class TextureFile {
 public:
-    /// Opens the file and reads its headers. Throws std::runtime_error, which says why that cannot be done,
-    /// or that it is no texture file.
+    /// Opens the file and reads its headers. Throws std::runtime_error, which says why that cannot be done.
     explicit TextureFile(const std::string& path);
 
     std::uint64_t length() const { return length_; }
@@ -23,8 +22,8 @@ public:
     /// What the headers of a DDS file promise, whatever the file holds. Of other files, the container alone.
     const vTextureInfo& promise() const { return promise_; }
 
-    /// The whole file; of a DDS file, at least as much of it as its headers promise. Read by the first call,
-    /// and closed then.
+    /// The whole file; of a DDS file, at least as much of it as its headers promise; the start of a file that
+    /// is no texture file. Read by the first call, and closed then.
     TextureBytes bytes();
 
 private:
