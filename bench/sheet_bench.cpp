@@ -7,7 +7,7 @@
 #include <string>
 
 #include "dds_sample.h"
-#include "output/png_writer.h"
+#include "output/PNGWriter.h"
 #include "paired.h"
 #include "support/png_picture.h"
 

@@ -9,7 +9,7 @@
 #include <memory>
 #include <optional>
 
-#include "basis/transcoder.h"
+#include "basis/Transcoder.h"
 
 namespace {
 

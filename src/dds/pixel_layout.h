@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "dds/DDSFile.h"
+#include "dds/dds_file.h"
 #include "vDDSImage.h"
 
 namespace pelto::dds {

@@ -2,8 +2,8 @@
 // One contiguous buffer of all faces and levels, and conversion of pixels by channel masks.
 #include <cstring>
 
-#include "dds/DDSFile.h"
-#include "pixels/channel_reorder.h"
+#include "dds/dds_file.h"
+#include "pixels/ChannelReorder.h"
 #include "vDDSImage.h"
 
 namespace {

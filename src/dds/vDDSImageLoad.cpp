@@ -9,10 +9,10 @@
 #include <optional>
 #include <utility>
 
-#include "dds/DDSFile.h"
+#include "dds/dds_file.h"
 #include "dds/file_length.h"
 #include "dds/pixel_layout.h"
-#include "pixels/channel_reorder.h"
+#include "pixels/ChannelReorder.h"
 #include "vDDSImage.h"
 #include "vLogger.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "info/basis_reading.h"
+#include "info/BasisReading.h"
 #include "vTextureInfo.h"
 
 namespace {

@@ -7,11 +7,11 @@
 #include <string>
 
 #include "dds/pixel_layout.h"
-#include "info/byte_source.h"
+#include "info/ByteSource.h"
+#include "info/DDSHeaders.h"
+#include "info/DDSTable.h"
+#include "info/LevelExtent.h"
 #include "info/check_words.h"
-#include "info/dds_headers.h"
-#include "info/dds_table.h"
-#include "info/level_extent.h"
 #include "info/other_kinds.h"
 #include "vTextureInfo.h"
 

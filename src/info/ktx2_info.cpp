@@ -7,9 +7,9 @@
 #include <string_view>
 
 #include "basis/basis_header.h"
-#include "info/byte_source.h"
+#include "info/ByteSource.h"
+#include "info/LevelExtent.h"
 #include "info/check_words.h"
-#include "info/level_extent.h"
 #include "info/other_kinds.h"
 #include "vTextureInfo.h"
 

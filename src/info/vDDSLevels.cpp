@@ -3,9 +3,9 @@
 
 #include <utility>
 
+#include "info/RegularFile.h"
 #include "info/check_words.h"
 #include "info/other_kinds.h"
-#include "info/regular_file.h"
 
 using pelto::info::RegularFile;
 

@@ -3,11 +3,11 @@
 
 #include <array>
 
-#include "info/basis_reading.h"
+#include "info/BasisReading.h"
+#include "info/DDSTable.h"
+#include "info/RegularFile.h"
 #include "info/check_words.h"
-#include "info/dds_table.h"
 #include "info/other_kinds.h"
-#include "info/regular_file.h"
 
 using pelto::info::failure;
 using pelto::info::RegularFile;

@@ -6,10 +6,10 @@
 #include <iterator>
 #include <string_view>
 
-#include "info/byte_source.h"
+#include "info/ByteSource.h"
+#include "info/RegularFile.h"
 #include "info/check_words.h"
 #include "info/other_kinds.h"
-#include "info/regular_file.h"
 
 using pelto::info::ByteSource;
 using pelto::info::count_of;

@@ -3,7 +3,7 @@
 #include <bit>
 #include <cstring>
 
-#include "pixels/channel_reorder.h"
+#include "pixels/ChannelReorder.h"
 
 namespace pelto::pixels::reference {
 

@@ -12,7 +12,7 @@
 #include <new>
 
 #include "CheckFailure.h"
-#include "pixels/channel_reorder.h"
+#include "pixels/ChannelReorder.h"
 #include "pixels/pixel_widening.h"
 
 namespace {

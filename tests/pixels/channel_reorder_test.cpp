@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "pixels/channel_reorder.h"
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -10,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "pixels/ChannelReorder.h"
 #include "support/every_target.h"
 
 namespace {

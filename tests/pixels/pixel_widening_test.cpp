@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-#include "pixels/channel_reorder.h"
+#include "pixels/ChannelReorder.h"
 #include "support/bytes.h"
 #include "support/every_target.h"
 #include "support/guarded_memory.h"

@@ -16,9 +16,9 @@
 #include <vector>
 
 #include "arguments/argument_checks.h"
+#include "output/Progress.h"
 #include "output/print_json.h"
 #include "output/printable.h"
-#include "output/progress.h"
 #include "subcommands.h"
 #include "texture/texture_json.h"
 #include "texture/texture_words.h"

@@ -12,11 +12,11 @@
 #include <utility>
 #include <vector>
 
+#include "output/Progress.h"
 #include "output/complain.h"
 #include "output/output_path.h"
 #include "output/print_json.h"
 #include "output/printable.h"
-#include "output/progress.h"
 #include "output/table.h"
 #include "sheet/contact_sheet.h"
 #include "subcommands.h"

@@ -6,8 +6,8 @@
 
 #include "arguments/usage_error.h"
 #include "exit_status.h"
+#include "output/WholeFile.h"
 #include "output/printable.h"
-#include "output/whole_file.h"
 #include "subcommands.h"
 
 namespace {

@@ -14,7 +14,7 @@
 #include "output/printable.h"
 #include "output/table.h"
 #include "subcommands.h"
-#include "xml/outline_handler.h"
+#include "xml/OutlineHandler.h"
 #include "xml/readable_document.h"
 #include "xml/xml_problems.h"
 

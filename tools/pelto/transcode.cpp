@@ -16,16 +16,16 @@
 
 #include "arguments/argument_checks.h"
 #include "arguments/choices.h"
+#include "output/Progress.h"
+#include "output/WholeFile.h"
 #include "output/complain.h"
 #include "output/output_path.h"
 #include "output/print_json.h"
-#include "output/progress.h"
-#include "output/whole_file.h"
 #include "subcommands.h"
-#include "texture/basis_texture.h"
-#include "texture/basis_usage.h"
+#include "texture/BasisTexture.h"
+#include "texture/BasisUsage.h"
+#include "texture/TextureFile.h"
 #include "texture/dds_writer.h"
-#include "texture/texture_file.h"
 #include "texture/texture_words.h"
 
 namespace {

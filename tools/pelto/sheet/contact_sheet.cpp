@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <utility>
 
-#include "output/progress.h"
-#include "sheet/caption_font.h"
-#include "sheet/gl_context.h"
+#include "output/Progress.h"
+#include "sheet/CaptionFont.h"
+#include "sheet/GLContext.h"
 #include "sheet/sheet_layout.h"
 #include "sheet/sheet_painter.h"
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "sheet/canvas.h"
-#include "sheet/sheet_file.h"
+#include "sheet/Canvas.h"
+#include "sheet/SheetFile.h"
 
 /// A DDS or .basis file, what its card on the sheet is called, in UTF-8, and what the card shows of it.
 struct SheetEntry {

@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <utility>
 
-#include "sheet/sheet_limits.h"
-#include "texture/basis_texture.h"
-#include "texture/basis_usage.h"
+#include "sheet/SheetLimits.h"
+#include "texture/BasisTexture.h"
+#include "texture/BasisUsage.h"
 #include "texture/texture_words.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <vDDSLevels.h>
 #include <vector>
 
-#include "sheet/sheet_limits.h"
+#include "sheet/SheetLimits.h"
 #include "texture/texture_words.h"
 
 namespace {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "sheet/canvas.h"
-#include "sheet/caption_font.h"
-#include "sheet/sheet_file.h"
+#include "sheet/Canvas.h"
+#include "sheet/CaptionFont.h"
+#include "sheet/SheetFile.h"
 
 struct SheetText {
     std::int64_t x = 0;

@@ -10,7 +10,7 @@
 #include <vDDSImage.h>
 #include <vector>
 
-#include "sheet/sheet_limits.h"
+#include "sheet/SheetLimits.h"
 #include "texture/texture_words.h"
 
 namespace {

@@ -8,11 +8,11 @@
 #include <utility>
 #include <vector>
 
-#include "output/png_writer.h"
-#include "output/progress.h"
-#include "sheet/canvas.h"
-#include "sheet/gl_painter.h"
-#include "sheet/gl_texture.h"
+#include "output/PNGWriter.h"
+#include "output/Progress.h"
+#include "sheet/Canvas.h"
+#include "sheet/GLPainter.h"
+#include "sheet/GLTexture.h"
 
 namespace {
 

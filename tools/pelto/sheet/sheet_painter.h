@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "sheet/caption_font.h"
+#include "sheet/CaptionFont.h"
 #include "sheet/sheet_layout.h"
 
 /// Draws the sheet from top to bottom; in memory are a few of its rows and the textures in them. A GLContext

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "xml/library_handler.h"
+#include "xml/LibraryHandler.h"
 
 /// What the file `document` holds, with its problems. It is held against the schema in the file `schema`;
 /// where that is empty or no good, against the one that is part of the command.

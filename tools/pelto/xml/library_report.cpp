@@ -5,8 +5,8 @@
 #include <new>
 #include <stdexcept>
 
-#include "texture/basis_texture.h"
-#include "texture/basis_usage.h"
+#include "texture/BasisTexture.h"
+#include "texture/BasisUsage.h"
 #include "texture/level_sizes.h"
 #include "texture/texture_words.h"
 

@@ -9,9 +9,9 @@
 #include <optional>
 #include <string>
 
-#include "texture/texture_file.h"
+#include "texture/TextureFile.h"
 #include "texture/trust.h"
-#include "xml/library_handler.h"
+#include "xml/LibraryHandler.h"
 
 struct TextureReport {
     std::string format;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "output/hidden_folder.h"
+#include "output/HiddenFolder.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "sheet/gl_texture.h"
+#include "sheet/GLTexture.h"
 
 #include <algorithm>
 #include <array>
@@ -11,7 +11,7 @@
 #include <vTexturePixels.h>
 #include <vector>
 
-#include "sheet/gl_context.h"
+#include "sheet/GLContext.h"
 
 namespace {
 

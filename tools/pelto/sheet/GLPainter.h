@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "sheet/gl_texture.h"
+#include "sheet/GLTexture.h"
 
 /// Draws rows of textures, one texel a pixel. A GLContext must be current.
 ///

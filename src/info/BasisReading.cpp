@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "info/basis_reading.h"
+#include "info/BasisReading.h"
 
 #include <algorithm>
 #include <array>
 #include <memory>
 #include <string>
 
-#include "basis/transcoder.h"
+#include "basis/Transcoder.h"
 #include "info/basis_table.h"
 #include "info/check_words.h"
 #include "info/other_kinds.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "output/whole_file.h"
+#include "output/WholeFile.h"
 
 #include <cerrno>
 #include <csignal>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "sheet/sheet_file.h"
+#include "sheet/SheetFile.h"
 
 #include <new>
 #include <stdexcept>

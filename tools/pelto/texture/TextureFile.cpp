@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "texture/texture_file.h"
+#include "texture/TextureFile.h"
 
 #include <algorithm>
 #include <cerrno>

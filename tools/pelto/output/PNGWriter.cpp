@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "output/png_writer.h"
+#include "output/PNGWriter.h"
 
 #include <csetjmp>
 #include <png.h>
 #include <stdexcept>
 
-#include "output/whole_file.h"
+#include "output/WholeFile.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "sheet/gl_context.h"
+#include "sheet/GLContext.h"
 
 #include <cstdio>
 #include <dlfcn.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "sheet/gl_painter.h"
+#include "sheet/GLPainter.h"
 
 #include <cmath>
 #include <epoxy/gl.h>
@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "sheet/gl_context.h"
+#include "sheet/GLContext.h"
 
 namespace {
 

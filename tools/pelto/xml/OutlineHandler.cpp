@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "xml/outline_handler.h"
+#include "xml/OutlineHandler.h"
 
 void OutlineHandler::Reset() {
     elements_.clear();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "sheet/caption_font.h"
+#include "sheet/CaptionFont.h"
 
 #include <cmath>
 #include <iterator>

@@ -10,8 +10,8 @@
 #include <vTextureInfo.h>
 #include <vector>
 
-#include "sheet/gl_texture.h"
-#include "texture/texture_file.h"
+#include "sheet/GLTexture.h"
+#include "texture/TextureFile.h"
 #include "texture/trust.h"
 
 /// One slice of a level of a face.

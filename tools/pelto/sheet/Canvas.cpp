@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "sheet/canvas.h"
+#include "sheet/Canvas.h"
 
 #include <algorithm>
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "dds/DDSFile.h"
+#include "dds/dds_file.h"
 #include "vTextureCheck.h"
 #include "vTextureFormats.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "info/regular_file.h"
+#include "info/RegularFile.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "pixels/channel_reorder.h"
+#include "pixels/ChannelReorder.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@
 #include <optional>
 
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "pixels/channel_reorder.cpp"
+#define HWY_TARGET_INCLUDE "pixels/ChannelReorder.cpp"
 #include "hwy/foreach_target.h"
 #include "hwy/highway.h"
 

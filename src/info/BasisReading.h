@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "basis/basis_header.h"
-#include "info/byte_source.h"
+#include "info/ByteSource.h"
 #include "vTextureCheck.h"
 
 namespace pelto::info {

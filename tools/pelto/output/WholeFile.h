@@ -8,7 +8,7 @@
 #include <map>
 #include <string>
 
-#include "output/hidden_folder.h"
+#include "output/HiddenFolder.h"
 
 /// To be called before anything is opened. A file that grows past the limit of its size (ulimit -f) becomes
 /// an error to report, and no file takes the place of a standard stream that is closed.

@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "info/byte_source.h"
+#include "info/ByteSource.h"
 
 namespace pelto::info {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "sheet/sheet_limits.h"
+#include "sheet/SheetLimits.h"
 
 #include <stdexcept>
 #include <string>

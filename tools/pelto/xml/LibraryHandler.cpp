@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "xml/library_handler.h"
+#include "xml/LibraryHandler.h"
 
 #include <algorithm>
 #include <charconv>
@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "arguments/choices.h"
-#include "texture/basis_usage.h"
+#include "texture/BasisUsage.h"
 
 namespace {
 

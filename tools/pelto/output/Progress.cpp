@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "output/progress.h"
+#include "output/Progress.h"
 
 #include <cstdio>
 #include <unistd.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "texture/basis_texture.h"
+#include "texture/BasisTexture.h"
 
 #include <algorithm>
 #include <climits>

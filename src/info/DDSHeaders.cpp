@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "info/dds_headers.h"
+#include "info/DDSHeaders.h"
 
 #include <algorithm>
 #include <array>

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "sheet/canvas.h"
+#include "sheet/Canvas.h"
 
 class CaptionFont {
 public:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "basis/transcoder.h"
+#include "basis/Transcoder.h"
 
 #include <algorithm>
 #include <basisu_transcoder.h>

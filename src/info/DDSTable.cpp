@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 
-#include "info/dds_table.h"
+#include "info/DDSTable.h"
 
 #include <algorithm>
 #include <climits>
@@ -10,11 +10,11 @@
 #include <string>
 #include <string_view>
 
-#include "dds/DDSFile.h"
+#include "dds/dds_file.h"
 #include "dds/pixel_layout.h"
+#include "info/DDSHeaders.h"
+#include "info/LevelExtent.h"
 #include "info/check_words.h"
-#include "info/dds_headers.h"
-#include "info/level_extent.h"
 
 namespace pelto::info {
 
