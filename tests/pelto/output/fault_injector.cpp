@@ -5,6 +5,7 @@
 //   FAULT_FULL_AFTER=N   the disk is full after N bytes
 //   FAULT_NO_NAME=N      the N-th name of an output is refused
 //   FAULT_NAME=PREFIX    names of outputs begin so
+//   FAULT_NOISE          a library writes to standard error, at every call
 //   FAULT_SIGNAL=S       this signal arrives before
 //   FAULT_AT=N           the N-th call once the first output is opened
 #include <cerrno>
@@ -16,6 +17,7 @@
 #include <fcntl.h>
 #include <string>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/types.h>
 #include <unistd.h>
 
@@ -41,6 +43,7 @@ bool opened = false;
 long calls = 0;
 
 void call() {
+    if (std::getenv("FAULT_NOISE")) ::syscall(SYS_write, STDERR_FILENO, "noise", 5);
     if (opened && ++calls == number_of("FAULT_AT")) {
         ::kill(::getpid(), static_cast<int>(number_of("FAULT_SIGNAL")));
     }

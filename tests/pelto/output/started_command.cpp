@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <stdexcept>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -41,10 +42,12 @@ StartedCommand::StartedCommand(const std::vector<std::string>& arguments, const 
     const std::vector<char*> argv = pointers_to(line);
     const std::string err = folder_.path("err");
     process_ = ::fork();
-    if (process_ != 0) return;
+    if (process_ < 0) throw std::runtime_error("no process can be started");
+    if (process_ > 0) return;
     prepare(surroundings);
     ::dup2(::open("/dev/null", O_WRONLY), STDOUT_FILENO);
     ::dup2(::open(err.c_str(), O_WRONLY | O_CREAT, 0600), STDERR_FILENO);
+    if (surroundings.closed_standard_error) ::close(STDERR_FILENO);
     ::execv(argv[0], argv.data());
     ::_exit(127);
 }
@@ -55,7 +58,10 @@ StartedCommand::~StartedCommand() {
     end();
 }
 
-void StartedCommand::send(int signal) const { ::kill(process_, signal); }
+// To -1 it would go to every process there is.
+void StartedCommand::send(int signal) const {
+    if (process_ > 0) ::kill(process_, signal);
+}
 
 bool StartedCommand::wait_until_stopped() {
     while (::waitpid(process_, &result_, WUNTRACED) < 0 && errno == EINTR) continue;

@@ -13,7 +13,8 @@
 /// What the command finds where it starts.
 struct Surroundings {
     std::map<std::string, std::string> faults;  // what fault_injector.cpp is told
-    std::vector<int> ignored_signals;
+    std::vector<int> ignored_signals = {};
+    bool closed_standard_error = false;
 };
 
 struct Ending {

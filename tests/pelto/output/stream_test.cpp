@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include "pelto/output/folder_content.h"
+#include "pelto/output/started_command.h"
 #include "support/command.h"
 #include "support/png_picture.h"
 #include "support/temporary_folder.h"
@@ -117,14 +118,21 @@ TEST_F(Stream, EndsTheCommandQuietlyWhereNobodyReads) {
     EXPECT_EQ(bytes_of(path("err")), "");
 }
 
-TEST_F(Stream, ThatIsClosedTakesNoFilesPlace) {
+TEST_F(Stream, ThatIsClosedIsNotMistakenForAnOutput) {
     const std::string out = path("out.dds");
-    const std::string line = PELTO_COMMAND " transcode --json '" + std::string(kBasis) +
-                             "' --usage bc1 -o '" + out + "' >&- 2>'" + path("err") + "'";
-    const int ended = std::system(line.c_str());
-    EXPECT_EQ(WEXITSTATUS(ended), 1);
-    EXPECT_EQ(bytes_of(path("err")), "pelto: the output could not be written\n");
+    Surroundings surroundings;
+    surroundings.closed_standard_error = true;
+    surroundings.faults["FAULT_NOISE"] = "1";
+    EXPECT_EQ(run({"transcode", kBasis, "--usage", "bc1", "-o", out}, surroundings).status, 0);
     EXPECT_TRUE(bytes_of(out) == texture());
+}
+
+TEST_F(Stream, ThatIsClosedIsToldOf) {
+    const std::string line =
+        PELTO_COMMAND " transcode '" + std::string(kBasis) + "' --usage bc1 -o - >&- 2>'" + path("err") + "'";
+    EXPECT_EQ(WEXITSTATUS(std::system(line.c_str())), 1);
+    EXPECT_EQ(bytes_of(path("err")),
+              "pelto: " + std::string(kBasis) + ": standard output cannot be written: Bad file descriptor\n");
 }
 
 }  // namespace
