@@ -59,7 +59,7 @@ struct Built {
     std::vector<std::uint64_t> offsets;  // of the levels, from the base level down
 };
 
-/// The smallest level lies first, as the specification asks.
+/// The smallest level lies first, as KTX2 orders them.
 Built build(const File& file);
 
 }  // namespace ktx2
