@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cstring>
 #include <iterator>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "info/checked_numbers.h"
 
@@ -48,7 +48,7 @@ const vPixelFormat* vTextureFormats::FindVulkan(std::uint32_t vulkan) {
 }
 
 const vPixelFormat* vTextureFormats::FindName(const char* name) {
-    return find_format([&](const vPixelFormat& format) { return std::strcmp(format.name, name) == 0; });
+    return find_format([&](const vPixelFormat& format) { return std::string_view(format.name) == name; });
 }
 
 const vLegacyFormat* vTextureFormats::FindFourCC(std::uint32_t fourCC) {
