@@ -227,9 +227,8 @@ void add_library(CLI::App& app, ExitStatus& status) {
         "The\n"
         "check compares the bytes of every level with what its format and extent take, and the file with "
         "what\n"
-        "the document says of it. Problems are told on standard error as path:line:column: severity: "
-        "message;\n"
-        "what they do not touch is still done.\n"
+        "the document says of it. Problems go to standard error as path:line:column: severity: message;\n"
+        "the command goes on with the rest.\n"
         "Exit status: 0 all is well, 1 there are errors, 2 wrong usage.");
     command->callback([options, &status] { status = check_library(*options); });
 }

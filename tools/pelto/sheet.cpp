@@ -122,7 +122,7 @@ void add_sheet(CLI::App& app, ExitStatus& status) {
         ->transform(whole_number(0, UINT32_MAX));
     command
         ->add_option("--exposure", options->exposure,
-                     "Stops by which light (BC6H and float formats) is made brighter: 1 doubles it")
+                     "Brighten BC6H and float formats by this many stops: 1 doubles them")
         ->option_text("STOPS")
         ->check(number(-kMostExposure, kMostExposure));
     add_trust(*command, options->choice.trust);

@@ -198,13 +198,12 @@ void add_transcode(CLI::App& app, ExitStatus& status) {
         ->required()
         ->option_text("NAME REQUIRED")
         ->transform(one_of(usage_names()));
-    command->add_option("--level", options->level, "The mip level to take, or \"all\" (where it is left out)")
+    command->add_option("--level", options->level, "The mip level to take, or \"all\", the default")
         ->option_text("N|all")
         ->check(number_or_all_of_them);
     command
-        ->add_option(
-            "--slice", options->slice,
-            "The slice to take (0 where it is left out), or \"all\": a file each, OUT.0.dds, OUT.1.dds ...")
+        ->add_option("--slice", options->slice,
+                     "The slice to take, 0 by default, or \"all\": a file each, OUT.0.dds, OUT.1.dds ...")
         ->option_text("N|all")
         ->check(number_or_all_of_them);
     command

@@ -6,5 +6,5 @@
 void add_trust(CLI::App& command, Trust& trust) {
     command.add_flag_callback(
         "--trust", [&trust] { trust = Trust::kYes; },
-        "Load files that a check refuses too: cut short, say. They may ask for any amount of memory");
+        "Load files that fail the check too, such as truncated ones; they may take any amount of memory");
 }
